@@ -1,0 +1,190 @@
+#include "rankfill.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace matrixgen {
+
+namespace {
+
+// Above every energy: the total of both kernels stays below 2^29, and the three sums below 2^31.
+constexpr std::int32_t TAKEN_BAN = 1 << 30;
+constexpr std::int32_t CORE_BAN = 1 << 29; // a cell in the core still goes before a taken one
+
+constexpr int TIE_BREAK_COUNT = 64;
+
+constexpr double SPARSE_SHARE = 0.01;
+constexpr double DENSE_SHARE = 0.10;
+constexpr double SIGMA_STALE = 0.03; // relative change that asks for a new kernel
+constexpr double FADE_STALE = 1.0 / 16.0;
+constexpr double FADE_FROM_SHARE = 0.075;
+constexpr double FADE_TO_SHARE = 0.15;
+constexpr double CORE_TO_SHARE = 0.20;
+constexpr double CORE_AHEAD = 1.03;          // the core is sized for the share just ahead
+constexpr double HEXAGONAL_SPACING = 1.0746; // sqrt(2 / sqrt(3)): spacing of a hexagonal grid of share 1
+
+std::size_t Index(int value)
+{
+    return static_cast<std::size_t>(value);
+}
+
+double Sigma_OfShare(double share, double sparse, double dense)
+{
+    if (share <= 0.0)
+        return HUGE_VAL;
+    const double way =
+        std::clamp(std::log(share / SPARSE_SHARE) / std::log(DENSE_SHARE / SPARSE_SHARE), 0.0, 1.0);
+    return (sparse + (dense - sparse) * way) / std::sqrt(share);
+}
+
+} // namespace
+
+CRankFill::CRankFill(int side, const SMatrixRecipe& recipe, std::vector<std::uint8_t> half,
+                     CSplitMix64& random)
+    : m_recipe(recipe), m_half(std::move(half)), m_tieBreak(m_half.size()), m_ranked(m_half.size()),
+      m_inCore(m_half.size()), m_energy(side), m_slabCells(side * side / recipe.slab.windowDivisor)
+{
+    for (std::uint8_t& value : m_tieBreak)
+        value = static_cast<std::uint8_t>(random.Below(TIE_BREAK_COUNT));
+    m_order.reserve(m_half.size());
+    RenewKernels();
+}
+
+double CRankFill::Share() const
+{
+    return static_cast<double>(m_order.size()) / static_cast<double>(m_half.size());
+}
+
+double CRankFill::MinorityShare() const
+{
+    return std::min(Share(), 1.0 - Share());
+}
+
+double CRankFill::Sigma() const
+{
+    const double wanted =
+        Share() < 0.5 ? Sigma_OfShare(MinorityShare(), m_recipe.lowSigmaSparse, m_recipe.lowSigmaDense)
+                      : Sigma_OfShare(MinorityShare(), m_recipe.highSigmaSparse, m_recipe.highSigmaDense);
+    return std::clamp(wanted, m_recipe.sigmaMin, m_recipe.sigmaMax);
+}
+
+double CRankFill::SlabFade() const
+{
+    return std::clamp((MinorityShare() - FADE_FROM_SHARE) / (FADE_TO_SHARE - FADE_FROM_SHARE), 0.0, 1.0);
+}
+
+double CRankFill::CoreRadius() const
+{
+    if (m_order.empty() || Share() >= CORE_TO_SHARE)
+        return 0.0;
+    const double spacing = HEXAGONAL_SPACING / std::sqrt(CORE_AHEAD * Share());
+    return std::min(m_recipe.core * spacing, m_energy.Side() / 2.0 - 1.0);
+}
+
+bool CRankFill::KernelsAreStale() const
+{
+    const double fade = SlabFade();
+    return std::abs(Sigma() - m_sigma) > SIGMA_STALE * m_sigma || std::abs(fade - m_fade) > FADE_STALE ||
+           (fade != m_fade && (fade == 0.0 || fade == 1.0)) ||
+           std::abs(CoreRadius() - m_coreRadius) > SIGMA_STALE * m_coreRadius;
+}
+
+void CRankFill::RenewKernels()
+{
+    const int side = m_energy.Side();
+    m_sigma = Sigma();
+    m_fade = SlabFade();
+    m_coreRadius = CoreRadius();
+    m_kernel.emplace(side, m_sigma, m_recipe.fillWideGain);
+    m_slabKernel.reset();
+    if (m_fade > 0.0)
+        m_slabKernel.emplace(side, m_recipe.slab.sigma, m_recipe.fillWideGain, m_recipe.slab.gain * m_fade);
+    Recompute();
+}
+
+void CRankFill::Recompute()
+{
+    AddMinority();
+    const int ranked = static_cast<int>(m_order.size());
+    m_slabFirst = std::max(0, ranked - m_slabCells);
+    if (m_slabKernel)
+        for (int rank = m_slabFirst; rank < ranked; ++rank)
+            m_energy.Add(m_order[Index(rank)], *m_slabKernel);
+
+    const std::uint8_t now = Share() < 0.5 ? 1 : 0; // which side of the half pattern is being ranked
+    for (int cell = 0; cell < m_energy.CellCount(); ++cell)
+        if (m_ranked[Index(cell)] != 0 || m_half[Index(cell)] != now)
+            m_energy.Offset(cell, TAKEN_BAN);
+    std::fill(m_inCore.begin(), m_inCore.end(), std::uint8_t{0});
+    if (m_coreRadius > 0.0)
+        for (const int cell : m_order)
+            BanAround(cell);
+}
+
+/// Adds the fewer of ranked and other cells: above half the energy is that of a full torus less the others'.
+void CRankFill::AddMinority()
+{
+    if (Share() <= 0.5) {
+        m_energy.Reset(0, m_tieBreak);
+        for (const int cell : m_order)
+            m_energy.Add(cell, *m_kernel);
+        return;
+    }
+    m_energy.Reset(m_kernel->Total(), m_tieBreak);
+    for (int cell = 0; cell < m_energy.CellCount(); ++cell)
+        if (m_ranked[Index(cell)] == 0)
+            m_energy.Subtract(cell, *m_kernel);
+}
+
+void CRankFill::BanAround(int cell)
+{
+    const int side = m_energy.Side();
+    const int radius = static_cast<int>(m_coreRadius);
+    for (int dy = -radius; dy <= radius; ++dy) {
+        for (int dx = -radius; dx <= radius; ++dx) {
+            if (static_cast<double>(dy * dy + dx * dx) >= m_coreRadius * m_coreRadius)
+                continue;
+            const int near = (cell / side + dy + side) % side * side + (cell % side + dx + side) % side;
+            if (m_inCore[Index(near)] != 0)
+                continue;
+            m_inCore[Index(near)] = 1;
+            m_energy.Offset(near, CORE_BAN);
+        }
+    }
+}
+
+void CRankFill::Place(int cell)
+{
+    m_order.push_back(cell);
+    m_ranked[Index(cell)] = 1;
+    m_energy.Offset(cell, TAKEN_BAN);
+    m_energy.Add(cell, *m_kernel);
+    if (m_slabKernel)
+        m_energy.Add(cell, *m_slabKernel);
+    if (static_cast<int>(m_order.size()) - m_slabFirst > m_slabCells) {
+        if (m_slabKernel)
+            m_energy.Subtract(m_order[Index(m_slabFirst)], *m_slabKernel);
+        ++m_slabFirst;
+    }
+    if (m_coreRadius > 0.0)
+        BanAround(cell);
+}
+
+void CRankFill::Advance(int count)
+{
+    const std::size_t end = std::min(m_order.size() + Index(count), m_half.size());
+    while (m_order.size() < end) {
+        Place(m_energy.Lowest());
+        if (2 * m_order.size() == m_half.size() || KernelsAreStale())
+            RenewKernels();
+    }
+}
+
+const std::vector<int>& CRankFill::Run()
+{
+    Advance(m_energy.CellCount());
+    return m_order;
+}
+
+} // namespace matrixgen
