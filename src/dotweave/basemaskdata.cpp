@@ -1,0 +1,67 @@
+#include "dotweave/basemaskdata.h"
+
+#include "constants.h"
+#include "int32.h"
+#include "rawmaskdata_table.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+namespace {
+
+/// Fills one plane row from one matrix row.
+void Row_Fill(std::uint16_t* dest, int width, const std::uint16_t* source)
+{
+    if (width <= THRESHOLD_MATRIX_SIZE) {
+        std::copy_n(source, width, dest);
+        return;
+    }
+    // Deliberate: a run copies n bytes, not n cells; half of a wide row stays bare
+    // (docs/deliberate-behaviour.md).
+    for (int column = 0; column < width; column += THRESHOLD_MATRIX_SIZE) {
+        const int run = std::min(width - column, THRESHOLD_MATRIX_SIZE);
+        std::memcpy(dest + column, source, static_cast<std::size_t>(run));
+    }
+}
+
+} // namespace
+
+CBaseMaskData::~CBaseMaskData()
+{
+    Release();
+}
+
+bool CBaseMaskData::Create(int width, int height, int count)
+{
+    m_width = width;
+    m_height = height;
+    m_count = count;
+    // Negative counts and products widen to sizes that no allocator has. The entries start as null so that a
+    // plane that finds no memory leaves nothing behind that Release could trip over.
+    m_maskData = new std::uint16_t* [static_cast<std::size_t>(count)] {};
+    for (int plane = 0; plane < count; ++plane) {
+        std::uint16_t* dest = new std::uint16_t[static_cast<std::size_t>(Int32_Product(width, height))];
+        m_maskData[plane] = dest;
+        const std::uint16_t* source =
+            s_rawMaskData + static_cast<std::ptrdiff_t>(plane % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
+        for (int row = 0; row < height; ++row) {
+            Row_Fill(dest, width, source);
+            source += THRESHOLD_MATRIX_SIZE;
+            dest += width;
+        }
+    }
+    return true;
+}
+
+void CBaseMaskData::Release()
+{
+    if (m_maskData == nullptr)
+        return;
+    for (int plane = 0; plane < m_count; ++plane) {
+        delete[] m_maskData[plane];
+        m_maskData[plane] = nullptr;
+    }
+    delete[] m_maskData;
+    m_maskData = nullptr;
+}
