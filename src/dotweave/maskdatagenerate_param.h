@@ -1,0 +1,36 @@
+#pragma once
+
+#include "dotweave/basemaskdata.h"
+#include "dotweave/cuttable.h"
+#include "dotweave/maskblock.h"
+
+#include <cstdint>
+
+/// Everything that the generator needs to build the mask bytes of one mask object. The caller keeps what the
+/// pointers point to alive until the generator is destroyed.
+struct SMaskDataGenerate_Param {
+    CMaskBlock* pMaskBlock;             ///< output: a row of maskBytes_OneColor bytes per colour, zeroed
+    std::int32_t maskBytes_OneColor;    ///< bytes of all positions of one colour
+    std::int32_t maskBytes_OnePosition; ///< splitCount_YRes * blockHeight * maskLineBytes
+    std::int32_t maskLineBytes;         ///< bytes of one packed mask line
+    const CBaseMaskData* pBaseMaskData; ///< threshold planes, one per colour
+    std::int32_t thresholdHeight;       ///< rows of a threshold plane
+    std::int32_t thresholdWidth;        ///< columns of a plane, of a worker's block and of the sine mask
+    std::int32_t colorCount;
+    std::int32_t positionCount;     ///< band positions per colour
+    const SCutTable* pCutTable;     ///< one range per block row
+    std::int32_t cutTableCount;     ///< equal to blockHeight; not read
+    std::int32_t blockHeight;       ///< nozzle rows of one band
+    std::int32_t rowStep;           ///< threshold rows between two consecutive positions
+    std::int32_t splitCount_XRes;   ///< X resolution passes: blocks per work item
+    std::int32_t splitCount_YRes;   ///< Y resolution passes: work items per position
+    std::int32_t dotBits;           ///< bits per dot, 1 or 2
+    std::int32_t featherNozzleType; ///< FeatherNozzle_Smooth_3_Sine asks for the sine mask, all others do not
+};
+
+/// One work item: what a worker turns into blockHeight mask lines.
+struct SMaskDataGenerate_SubParam {
+    std::int32_t color;
+    std::int32_t position;
+    std::int32_t splitIndex_YRes;
+};

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "dotweave/maskblock.h"
+#include "dotweave/sinemask.h"
+#include "kelptrqueuebuffer.h"
+#include "maskdatagenerate_param.h"
+
+#include <kelcommon/customthreadbase.h>
+
+#include <cstdint>
+#include <memory>
+
+/// One worker of the generator. Takes work items from the work queue, cuts and packs each into its own lines
+/// of the output, and hands the item back; ends by itself when the producer has finished and the queue is
+/// empty.
+/// Thread-safety: Create, Stop and Wait_Exit from the generator; everything else on the worker's own thread.
+class CMaskDataGenerator_Sub : public CustomThreadBase {
+public:
+    CMaskDataGenerator_Sub() = default;
+    CMaskDataGenerator_Sub(const CMaskDataGenerator_Sub&) = delete;
+    CMaskDataGenerator_Sub& operator=(const CMaskDataGenerator_Sub&) = delete;
+    /// Stops the thread and waits for it; then frees the blocks and an item that the worker still holds.
+    ~CMaskDataGenerator_Sub() override;
+
+    /// Starts the worker's thread.
+    /// @param param        the generator's record; must outlive the worker's thread
+    /// @param queueBuffer  the generator's queues; the same
+    /// @param sineMask     null when no dots are moved along a sine curve
+    /// @return false, with one log record, when the thread does not start
+    bool Create(const SMaskDataGenerate_Param* param,
+                CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>* queueBuffer, const CSineMask* sineMask);
+
+protected:
+    bool OneLoop() override;
+    bool Prepare() override;
+    void Finally() override;
+
+private:
+    enum EProcessState : std::int32_t {
+        ProcessState_AllocateBlocks = 1,
+        ProcessState_WaitForWork = 2,
+        ProcessState_Generate = 3,
+        ProcessState_Feather = 4,
+        ProcessState_Merge = 5,
+        ProcessState_Complete = 6,
+    };
+
+    bool OneLoop_ByState();
+    void AllocateBlocks();
+    void WaitForWork();
+    bool GenerateMaskData();
+    bool Cut_OneBlock(int rowStart, int colStart, CMaskBlock& block);
+    void Feather_SineMask();
+    void Merge_AllBlock();
+    bool CompleteOneSourceData();
+
+    std::int32_t m_processState = 0;
+    const SMaskDataGenerate_Param* m_pParam = nullptr;
+    SMaskDataGenerate_SubParam* m_pSourceData = nullptr;
+    CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>* m_pQueueBuffer = nullptr;
+    std::unique_ptr<CMaskBlock[]> m_blocks;
+    const CSineMask* m_pSineMask = nullptr;
+
+    friend struct SMaskDataGenerator_Sub_Peek; // the tests' only key to the steps; defined in tests/support
+};
