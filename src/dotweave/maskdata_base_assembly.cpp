@@ -1,0 +1,76 @@
+#include "dotweave/maskdata_base.h"
+
+#include "dotweave/basemaskdata.h"
+#include "kernels/maskkernels.h"
+#include "log.h"
+#include "maskdata_base_unit.h"
+#include "maskdatagenerator.h"
+
+#include <cstddef>
+#include <vector>
+
+bool CMaskData_Base::GenerateMaskData(SParam_GenerateMaskData& param)
+{
+    MaskKernel_Cut(param);
+    return true;
+}
+
+bool CMaskData_Base::MergeMaskData(const CMaskBlock* blocks, int blockCount, unsigned char* dest,
+                                   int yResIndex)
+{
+    const std::ptrdiff_t line = m_maskLineBytes;
+    MaskKernel_Merge(blocks, blockCount, BitsPerPixel(), dest + yResIndex * line, YResPass() * line);
+    return true;
+}
+
+/// The block that takes all mask bytes: a row per colour, zeroed.
+void CMaskData_Base::MaskBlock_New()
+{
+    m_maskBlock = new CMaskBlock(MaskBytes_OneColor(), m_maskParam_Current.colorCount);
+}
+
+bool CMaskData_Base::CreateMaskData()
+{
+    return CreateMaskData_Within(GENERATOR_WAIT_MS);
+}
+
+/// Builds the mask bytes on the generator's threads and waits for them.
+/// The block stays attached when that fails or takes too long; the destructor frees it.
+bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
+{
+    static constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateMaskData(void)";
+    CBaseMaskData baseMaskData;
+    if (!baseMaskData.Create(m_baseMaskWidth, m_baseMaskHeight, m_maskParam_Current.colorCount))
+        return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
+    std::vector<SCutTable> cutTable(static_cast<std::size_t>(m_maskHeight_NoneRes));
+    if (!CreateCutTable(cutTable.data(), m_maskHeight_NoneRes))
+        return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
+    MaskBlock_New();
+
+    SMaskDataGenerate_Param param = {};
+    param.pMaskBlock = m_maskBlock;
+    param.maskBytes_OneColor = MaskBytes_OneColor();
+    param.maskBytes_OnePosition = MaskBytes_OnePosition();
+    param.maskLineBytes = m_maskLineBytes;
+    param.pBaseMaskData = &baseMaskData;
+    param.thresholdHeight = m_baseMaskHeight;
+    param.thresholdWidth = m_baseMaskWidth;
+    param.colorCount = m_maskParam_Current.colorCount;
+    param.positionCount = m_positionCount;
+    param.pCutTable = cutTable.data();
+    param.cutTableCount = m_maskHeight_NoneRes;
+    param.blockHeight = m_maskHeight_NoneRes;
+    param.rowStep = m_stepHeight_NoneRes;
+    param.splitCount_XRes = XResPass();
+    param.splitCount_YRes = YResPass();
+    param.dotBits = BitsPerPixel();
+    param.featherNozzleType = m_maskParam_Current.featherNozzleType;
+
+    // The generator stands behind everything that its threads use, so it is gone before any of that is.
+    CMaskDataGenerator generator;
+    if (!generator.Create(param, 0))
+        return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
+    if (!generator.Wait_Exit(milliseconds))
+        return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
+    return true;
+}
