@@ -17,7 +17,8 @@ public:
     ~CBaseMaskData();
 
     /// Builds the planes. A second call on the same object loses the planes of the first.
-    /// @param width   columns; up to 544 every cell is filled. Wider rows repeat the matrix row in runs of 544
+    /// @param width   columns; up to 544 every cell is filled. Wider rows repeat the matrix row in runs of
+    /// 544
     ///                of which only the first half of the cells is written (deliberate, see
     ///                docs/deliberate-behaviour.md); the other cells are unspecified.
     /// @param height  rows; row 544 onward comes from the matrices that follow, which must exist

@@ -16,9 +16,11 @@
 /// x * XResPass() + k comes from threshold column x in X resolution pass k. Pixels are packed from the most
 /// significant bit down; a set pixel has all its bits set. docs/mask-bytes.md draws an example.
 ///
-/// Lifetime:      call Create once on a fresh object. A failed object can only be asked for its parameters and
+/// Lifetime:      call Create once on a fresh object. A failed object can only be asked for its parameters
+/// and
 ///                destroyed.
-/// Copies:        shallow. Both objects then share the step arrays and the mask bytes, and at most one of them
+/// Copies:        shallow. Both objects then share the step arrays and the mask bytes, and at most one of
+/// them
 ///                may be destroyed.
 /// Thread-safety: Create runs on one thread and returns when all its helper threads have ended. A created
 ///                object is immutable; any number of threads may call its const operations.
@@ -35,7 +37,8 @@ protected:
     // ---- nozzle rows before resolution: maskdata_base_geometry_feather.cpp
     /// Hard band edges. When the head's rows do not divide into the passes, the object silently becomes a
     /// smooth-2 feathered one: the current featherMode and featherNozzleType are switched (deliberate).
-    /// Sets: the step, the mask height and the lead blank in nozzle rows; the smooth-2 zones when it switches.
+    /// Sets: the step, the mask height and the lead blank in nozzle rows; the smooth-2 zones when it
+    /// switches.
     /// @return false, with one log record, when the step comes out as zero or less
     virtual bool InitNoneRes_FeatherNone();
     /// Smooth-3: the whole feather amount is taken off the head before it is divided into steps.
@@ -59,9 +62,11 @@ public:
     bool Create(const SMaskParam& param);
 
     /// The mask bytes of the next band position of one colour.
-    /// @param color     colour plane, 0 to colorCount - 1. A plane of colorCount or more gives null and leaves
+    /// @param color     colour plane, 0 to colorCount - 1. A plane of colorCount or more gives null and
+    /// leaves
     ///                  the position alone; negative planes are not checked.
-    /// @param position  the caller's counter, advanced and wrapped by the call: callers start at -1 and so get
+    /// @param position  the caller's counter, advanced and wrapped by the call: callers start at -1 and so
+    /// get
     ///                  0 first; any negative value gives 0
     /// @return MaskBytes_OnePosition() bytes, valid as long as this object
     const std::uint8_t* MaskData_Get(int color, int& position) const;
@@ -111,7 +116,8 @@ public:
 
     // ---- cut tables, choice of the builder: maskdata_base_cuttable.cpp
     /// Fills a cut table as the current parameters ask for it.
-    /// @param table  entries of the caller, at least as many as the layout of this object has mask rows before
+    /// @param table  entries of the caller, at least as many as the layout of this object has mask rows
+    /// before
     ///               resolution
     /// @param count  number of entries; read by the smooth-3 builders alone
     /// @return false with a log record for parameters that no builder serves; without one for

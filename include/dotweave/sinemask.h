@@ -29,7 +29,8 @@ public:
     /// Builds both buffers.
     /// @param featherHeight  rows of the feather region; the mask takes at most half of them
     /// @param maskWidth      columns, which is bytes per row; below 10 the mask is empty
-    /// @param dotBits        bits per dot, 0 to 2, not checked: the value of a marked byte is that of a full dot
+    /// @param dotBits        bits per dot, 0 to 2, not checked: the value of a marked byte is that of a full
+    /// dot
     /// @param type           SinMaskType_Stored or SinMaskType_Probe (keeps no Down buffer)
     /// @return true on success; false with one log record for any other type
     /// @throws std::bad_alloc, the object then being safe to destroy

@@ -44,7 +44,8 @@ bool CBaseMaskData::Create(int width, int height, int count)
         std::uint16_t* dest = new std::uint16_t[static_cast<std::size_t>(Int32_Product(width, height))];
         m_maskData[plane] = dest;
         const std::uint16_t* source =
-            s_rawMaskData + static_cast<std::ptrdiff_t>(plane % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
+            s_rawMaskData +
+            static_cast<std::ptrdiff_t>(plane % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
         for (int row = 0; row < height; ++row) {
             Row_Fill(dest, width, source);
             source += THRESHOLD_MATRIX_SIZE;

@@ -14,10 +14,9 @@ template <typename TPointer>
 class CKelQueue;
 
 /// A bounded queue of pointers for any number of producers and consumers.
-/// The lock-free queue is the truth; the two events are hints to sleep on. A waiter therefore always tries the
-/// queue again after waking, and no wait is without a limit. docs/threads.md has the argument why the events
-/// end up right.
-/// Does not own what its pointers point to; see CKelPtrQueue.
+/// The lock-free queue is the truth; the two events are hints to sleep on. A waiter therefore always tries
+/// the queue again after waking, and no wait is without a limit. docs/threads.md has the argument why the
+/// events end up right. Does not own what its pointers point to; see CKelPtrQueue.
 template <typename T>
 class CKelQueue<T*> {
 public:

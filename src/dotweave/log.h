@@ -6,11 +6,13 @@
 #include <boostlogwrapper/customboostlog.h>
 
 /// @file
-/// The only way into the host's logger. A record is written on the path that needs it and never on a good one.
-/// Scope, unit and line are what the host sees: the operation's signature as literal text, the same on every
-/// compiler; the source unit named after the class; the agreed line number, or __LINE__ where none is agreed.
+/// The only way into the host's logger. A record is written on the path that needs it and never on a good
+/// one. Scope, unit and line are what the host sees: the operation's signature as literal text, the same on
+/// every compiler; the source unit named after the class; the agreed line number, or __LINE__ where none is
+/// agreed.
 
-/// Pushes the scope, asks the logging core, and only then opens a record that takes what is streamed behind it:
+/// Pushes the scope, asks the logging core, and only then opens a record that takes what is streamed behind
+/// it:
 ///     DOTWEAVE_LOG(UNIT, SCOPE, 941, SeverityLevel_Info) << "m_maskHeight = " << m_maskHeight;
 #define DOTWEAVE_LOG(unit, scope, line, severity)                                                            \
     switch (const ::boost::log::attributes::named_scope::sentry dotweaveScope(scope, unit, line); 0)         \

@@ -49,8 +49,9 @@ bool IsPercent(int value)
 
 bool IsSmooth_3(const SMaskParam& param)
 {
-    return param.featherMode == FeatherMode_Nozzle && (param.featherNozzleType == FeatherNozzle_Smooth_3 ||
-                                                       param.featherNozzleType == FeatherNozzle_Smooth_3_Sine);
+    return param.featherMode == FeatherMode_Nozzle &&
+           (param.featherNozzleType == FeatherNozzle_Smooth_3 ||
+            param.featherNozzleType == FeatherNozzle_Smooth_3_Sine);
 }
 
 bool IsSmooth_2(const SMaskParam& param)

@@ -18,8 +18,8 @@ bool CMaskData_Base::CreateCutTable_FeatherNone_ColorOneTimes(SCutTable* table, 
                                                     m_maskParam_Current.basePass);
 }
 
-bool CMaskData_Base::CreateCutTable_FeatherNone_ColorOneTimes(SCutTable* table, int /*count*/, int rowsPerPass,
-                                                              int passCount)
+bool CMaskData_Base::CreateCutTable_FeatherNone_ColorOneTimes(SCutTable* table, int /*count*/,
+                                                              int rowsPerPass, int passCount)
 {
     std::vector<SCutRange> ranges;
     CutRanges_AppendShares(ranges, passCount, rowsPerPass);
@@ -29,8 +29,9 @@ bool CMaskData_Base::CreateCutTable_FeatherNone_ColorOneTimes(SCutTable* table, 
 
 bool CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes(SCutTable* table, int /*count*/)
 {
-    static constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes("
-                                    "struct SCutTable *,int)";
+    static constexpr char SCOPE[] =
+        "bool __cdecl CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes("
+        "struct SCutTable *,int)";
     if (m_maskParam_Current.colorTimes <= 1)
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     CutRanges_Expand(CutRanges_InGroups(m_maskParam_Current.basePass, m_maskParam_Current.colorTimes,

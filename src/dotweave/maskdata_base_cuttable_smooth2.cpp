@@ -45,9 +45,9 @@ bool CMaskData_Base::CreateCutTable_Smooth_2_Pass_ColorOneTimes(SCutTable* passT
 bool CMaskData_Base::CreateCutTable_Smooth_2_Pass_ColorMultipleTimes(SCutTable* passTable)
 {
     // Deliberate: no check of colorTimes as in the feather-none builder; one group is the colour-once table.
-    CutRanges_Expand(CutRanges_InGroups(m_maskParam_Current.basePass, m_maskParam_Current.colorTimes,
-                                        m_smooth2PassHeight),
-                     passTable);
+    CutRanges_Expand(
+        CutRanges_InGroups(m_maskParam_Current.basePass, m_maskParam_Current.colorTimes, m_smooth2PassHeight),
+        passTable);
     return true;
 }
 

@@ -61,7 +61,8 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_1(SCutTable* ta
 bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(SCutTable* table, int n)
 {
     static constexpr char SCOPE[] =
-        "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(struct SCutTable *,int)";
+        "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(struct SCutTable "
+        "*,int)";
     if (!CreateCutTable_Smooth_3_ColorOneTimes(table, n))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     std::transform(table, table + n, table, [factor = m_maskParam_Current.colorTimes](SCutTable range) {
@@ -73,7 +74,8 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(SCutTabl
 bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(SCutTable* table, int n)
 {
     static constexpr char SCOPE[] =
-        "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(struct SCutTable *,int)";
+        "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(struct SCutTable "
+        "*,int)";
     const int times = m_maskParam_Current.colorTimes;
     const int step = m_stepHeight_NoneRes;
     const int passesPerGroup = m_maskParam_Current.basePass / times;
@@ -94,7 +96,8 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(SCutTabl
 bool CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(SCutTable* table, int n, int stepRows)
 {
     static constexpr char SCOPE[] =
-        "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(struct SCutTable *,int,int)";
+        "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(struct SCutTable "
+        "*,int,int)";
     const int passes = n / stepRows;
     const int rest = n % stepRows;
     CreateCutTable_FeatherNone_ColorOneTimes(table, n, stepRows, passes);

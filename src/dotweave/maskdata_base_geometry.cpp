@@ -44,7 +44,8 @@ bool CMaskData_Base::InitResParam()
         m_leadBlankHeight = m_maskHeight - m_realStepHeight;
         return true;
     }
-    DOTWEAVE_LOG(MASKDATA_BASE_UNIT, "bool __cdecl CMaskData_Base::InitResParam(void)", 941, SeverityLevel_Info)
+    DOTWEAVE_LOG(MASKDATA_BASE_UNIT, "bool __cdecl CMaskData_Base::InitResParam(void)", 941,
+                 SeverityLevel_Info)
         << "m_maskHeight = " << m_maskHeight << ", m_leadBlankHeight = " << lead;
     return false;
 }

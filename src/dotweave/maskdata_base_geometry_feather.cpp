@@ -69,8 +69,7 @@ bool CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_2()
     if (passes > param.nozzleCount)
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, 205);
     const int share = FeatherAmount(param.nozzleCount, param.featherPercent) / (passes + 1);
-    const int step =
-        StepHeight_Rounded((param.nozzleCount - share) / passes, param.xResPass, param.yResPass);
+    const int step = StepHeight_Rounded((param.nozzleCount - share) / passes, param.xResPass, param.yResPass);
     m_stepHeight_NoneRes = step;
     // A step that rounding leaves smaller than its feather zone has no room for a pass zone.
     const int feather = param.nozzleCount - step * passes;

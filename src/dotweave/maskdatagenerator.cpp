@@ -69,7 +69,8 @@ bool CMaskDataGenerator::Create_AllSubThread()
     static constexpr char SCOPE[] = "bool __cdecl CMaskDataGenerator::Create_AllSubThread(void)";
     m_queueBuffer = std::make_unique<CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>>();
     // Twice as many items as workers: one in work and one waiting for each.
-    std::vector<std::unique_ptr<SMaskDataGenerate_SubParam>> pool(static_cast<std::size_t>(2 * m_subThreadCount));
+    std::vector<std::unique_ptr<SMaskDataGenerate_SubParam>> pool(
+        static_cast<std::size_t>(2 * m_subThreadCount));
     std::vector<SMaskDataGenerate_SubParam*> items;
     items.reserve(pool.size());
     for (std::unique_ptr<SMaskDataGenerate_SubParam>& item : pool) {
@@ -127,8 +128,8 @@ bool CMaskDataGenerator::OneLoop_ByState()
     }
 }
 
-/// Hands out the next item: colours outermost, then positions, then Y resolution passes. The bounds are tested
-/// after the push, so the item (0, 0, 0) is always produced (deliberate).
+/// Hands out the next item: colours outermost, then positions, then Y resolution passes. The bounds are
+/// tested after the push, so the item (0, 0, 0) is always produced (deliberate).
 bool CMaskDataGenerator::AddSourceData()
 {
     SMaskDataGenerate_SubParam* item = nullptr;
@@ -157,9 +158,10 @@ bool CMaskDataGenerator::AddSourceData()
 
 void CMaskDataGenerator::WaitSub()
 {
-    const bool haveAllEnded = std::all_of(
-        m_subThreads.begin(), m_subThreads.end(),
-        [](const std::unique_ptr<CMaskDataGenerator_Sub>& worker) { return worker->Wait_Exit(WORKER_WAIT_MS); });
+    const bool haveAllEnded = std::all_of(m_subThreads.begin(), m_subThreads.end(),
+                                          [](const std::unique_ptr<CMaskDataGenerator_Sub>& worker) {
+                                              return worker->Wait_Exit(WORKER_WAIT_MS);
+                                          });
     if (haveAllEnded)
         Stop();
 }

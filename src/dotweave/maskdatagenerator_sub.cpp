@@ -141,8 +141,8 @@ bool CMaskDataGenerator_Sub::GenerateMaskData()
     const SMaskDataGenerate_Param& param = *m_pParam;
     for (int j = 0; j < param.splitCount_XRes; ++j)
         m_blocks[static_cast<std::size_t>(j)].ClearMaskData();
-    const int rowStart = MaskRegion_Row(m_pSourceData->position, param.rowStep, m_pSourceData->splitIndex_YRes,
-                                        param.splitCount_YRes);
+    const int rowStart = MaskRegion_Row(m_pSourceData->position, param.rowStep,
+                                        m_pSourceData->splitIndex_YRes, param.splitCount_YRes);
     for (int j = 0; j < param.splitCount_XRes; ++j) {
         const int colStart = MaskRegion_Column(j, param.thresholdWidth, param.splitCount_XRes);
         if (!Cut_OneBlock(rowStart, colStart, m_blocks[static_cast<std::size_t>(j)]))
@@ -190,7 +190,8 @@ void CMaskDataGenerator_Sub::Merge_AllBlock()
 bool CMaskDataGenerator_Sub::CompleteOneSourceData()
 {
     if (!m_pQueueBuffer->m_queue_Free->Push(m_pSourceData))
-        return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator_Sub::CompleteOneSourceData(void)", __LINE__);
+        return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator_Sub::CompleteOneSourceData(void)",
+                           __LINE__);
     m_pSourceData = nullptr;
     m_processState = ProcessState_WaitForWork;
     return true;

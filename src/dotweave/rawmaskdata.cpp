@@ -17,5 +17,6 @@ int CRawMaskData::Height()
 
 const std::uint16_t* CRawMaskData::RawData(int index)
 {
-    return s_rawMaskData + static_cast<std::ptrdiff_t>(index % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
+    return s_rawMaskData +
+           static_cast<std::ptrdiff_t>(index % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
 }

@@ -3,8 +3,9 @@
 /// matrices while the library is built.
 ///
 /// Slots 1 and 2 are the bases. Slots 0 and 3 are their complements; row r of slot 3 comes from row r + 188.
-/// Slots 4 to 7 are slots 0 to 3 half a matrix further on; slots 8 to 15 repeat slots 4 to 7. So consecutive colour planes
-/// get a matrix and its complement, and planes from the fifth on get the same matrices half a height away.
+/// Slots 4 to 7 are slots 0 to 3 half a matrix further on; slots 8 to 15 repeat slots 4 to 7. So consecutive
+/// colour planes get a matrix and its complement, and planes from the fifth on get the same matrices half a
+/// height away.
 ///
 /// Files are rows of unsigned 16-bit levels, least significant byte first; the table is written in the same
 /// order.

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "dotweave/maskparam.h"
+
+#include <iosfwd>
+
+/// The mode that most tests start from: 544 nozzle rows, 1 pass, no resolution passes, 1 colour, 1 bit, hard
+/// edges, printed once. Every other field is zero but featherPercent 50 and featherLevelPercent 100.
+SMaskParam MaskParam_Plain();
+
+/// A mode with feathered edges.
+/// @param featherNozzleType  EFeatherNozzleType
+SMaskParam MaskParam_Feathered(int featherNozzleType, int nozzleCount, int basePass, float featherPercent);
+
+/// All fields by name, for SCOPED_TRACE and failed expectations.
+std::ostream& operator<<(std::ostream& stream, const SMaskParam& param);
