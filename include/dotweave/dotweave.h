@@ -9,6 +9,8 @@
 #include "dotweave/generatemaskdataparam.h"
 #include "dotweave/maskblock.h"
 #include "dotweave/maskdata_base.h"
+#include "dotweave/maskdatafactory.h"
+#include "dotweave/maskdatastorage.h"
 #include "dotweave/maskparam.h"
 #include "dotweave/rawmaskdata.h"
 #include "dotweave/sinemask.h"

@@ -182,6 +182,22 @@ public:
     /// @param n  entries of the table
     bool CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(SCutTable* table, int n);
 
+    // ---- dump of a cut table: maskdata_base_cuttable_dump.cpp
+    /// Writes a cut table as text, one line "lower, upper" per entry, each right-aligned in five columns. For
+    /// plots and comparisons; mask creation never calls it.
+    /// @param table  count entries
+    /// @param count  below 1 gives an empty file
+    /// @param path   replaced when it exists
+    /// @return false, with one log record, when the file cannot be opened; write errors are ignored
+    static bool OutputCutTable(const SCutTable* table, int count, std::string path);
+
+    // ---- samples: maskdata_base_usage.cpp
+    /// Creates one mask object from a sample record. @return whether that succeeded; false with a log record
+    static bool Usage();
+    /// Dumps a hand-made cut table and what a smooth-3 builder makes of it to fixed files on drive I:.
+    /// @return true, also when neither file can be written
+    static bool Usage_Test();
+
 private:
     // The order of these two blocks follows the life of a creation.
     bool InitNoneRes();

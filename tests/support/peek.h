@@ -2,6 +2,7 @@
 
 #include "dotweave/basemaskdata.h"
 #include "dotweave/maskdata_base.h"
+#include "dotweave/maskdatastorage.h"
 #include "maskdatagenerator.h"
 #include "maskdatagenerator_sub.h"
 
@@ -39,6 +40,17 @@ struct SMaskData_Base_Peek {
     {
         return mask.MergeMaskData(blocks, blockCount, dest, yResIndex);
     }
+};
+
+struct SMaskDataStorage_Peek {
+    CMaskDataStorage& storage;
+
+    std::list<CMaskData_Base*>& List() { return *storage.m_pListMaskData; }
+    CMaskData_Base*& Current() { return storage.m_pMaskData_Current; }
+    CMaskData_Base* MaskData_Find(const SMaskParam& param) { return storage.MaskData_Find(param); }
+    bool Release_One_FromFront_If_OutOfRange() { return storage.Release_One_FromFront_If_OutOfRange(); }
+    bool Release_ListMaskData() { return storage.Release_ListMaskData(); }
+    bool Release_ListMaskData_Content() { return storage.Release_ListMaskData_Content(); }
 };
 
 struct SMaskDataGenerator_Peek {
