@@ -123,7 +123,7 @@ TEST(SplitMix64, BelowReachesEveryNumberEquallyOftenAndNoOther)
 
 TEST(Kernel, FallsWithDistanceAndIsTheSameInAllEightDirections)
 {
-    const CKernel kernel(SIDE, 1.5, 1.0 / 9.0);
+    const CKernel kernel(SIDE, {.sigma = 1.5, .wideGain = 1.0 / 9.0});
     EXPECT_EQ(kernel.Radius(), 16); // 3.7 times three times 1.5, cut
     for (int dy = 0; dy <= kernel.Radius(); ++dy) {
         for (int dx = 0; dx <= kernel.Radius(); ++dx) {
@@ -139,7 +139,7 @@ TEST(Kernel, FallsWithDistanceAndIsTheSameInAllEightDirections)
 
 TEST(Kernel, HasTheShapeOfTwoGaussians)
 {
-    const CKernel kernel(SIDE, 1.5, 0.25);
+    const CKernel kernel(SIDE, {.sigma = 1.5, .wideGain = 0.25});
     const auto expected = [](double distance) {
         return (std::exp(-distance * distance / 4.5) + 0.25 * std::exp(-distance * distance / 40.5)) / 1.25;
     };
@@ -147,11 +147,37 @@ TEST(Kernel, HasTheShapeOfTwoGaussians)
         EXPECT_NEAR(static_cast<double>(kernel.At(0, dx)) / kernel.Peak(), expected(dx), 1e-6);
 }
 
+TEST(Kernel, FlatnessKeepsLongWavesAndDropsShortOnes)
+{
+    // spectrum (1 + u + u^2 / 2 + ... to the order) exp(-u), u = 2 (pi sigma f)^2, against the sum over the
+    // disc
+    const double sigma = 2.5;
+    for (int flatness = 0; flatness <= 3; ++flatness) {
+        const CKernel kernel(SIDE, {.sigma = sigma, .flatness = flatness});
+        double total = 0.0;
+        for (const double frequency : {0.0, 0.03, 0.06, 0.1, 0.15, 0.2}) {
+            SCOPED_TRACE(testing::Message() << "flatness " << flatness << ", frequency " << frequency);
+            const double pi = std::acos(-1.0);
+            double sum = 0.0;
+            for (int dy = -kernel.Radius(); dy <= kernel.Radius(); ++dy)
+                for (int dx = -kernel.Radius(); dx <= kernel.Radius(); ++dx)
+                    sum += kernel.At(dy, dx) * std::cos(2.0 * pi * frequency * dx);
+            if (frequency == 0.0)
+                total = sum;
+            const double u = 2.0 * std::pow(pi * sigma * frequency, 2);
+            double series = 0.0;
+            for (int i = 0; i <= flatness; ++i)
+                series += std::pow(u, i) / std::tgamma(i + 1.0);
+            EXPECT_NEAR(sum / total, series * std::exp(-u), 0.01);
+        }
+    }
+}
+
 TEST(Kernel, StaysInsideTheTorusAndBelowTheBans)
 {
     for (const double sigma : {0.5, 1.3, 3.0, 3.1, 9.0, 30.0, 60.0}) {
         SCOPED_TRACE(sigma);
-        const CKernel kernel(SIDE, sigma, 1.0 / 9.0);
+        const CKernel kernel(SIDE, {.sigma = sigma, .wideGain = 1.0 / 9.0});
         EXPECT_LE(2 * kernel.Radius() + 1, SIDE);
         std::int64_t total = 0;
         for (int dy = -kernel.Radius(); dy <= kernel.Radius(); ++dy)
@@ -164,7 +190,7 @@ TEST(Kernel, StaysInsideTheTorusAndBelowTheBans)
 
 TEST(TorusEnergy, EqualsTheSumOverSetCellsAcrossTheEdges)
 {
-    const CKernel kernel(SIDE, 2.0, 1.0 / 9.0);
+    const CKernel kernel(SIDE, {.sigma = 2.0, .wideGain = 1.0 / 9.0});
     CTorusEnergy energy(SIDE);
     CSplitMix64 random(3);
     std::vector<int> setCells = {0, SIDE - 1, CELLS - 1, CELLS - SIDE}; // the corners meet
@@ -178,8 +204,8 @@ TEST(TorusEnergy, EqualsTheSumOverSetCellsAcrossTheEdges)
 
 TEST(TorusEnergy, SubtractUndoesAddExactly)
 {
-    const CKernel wide(SIDE, 9.0, 0.0);
-    const CKernel narrow(SIDE, 1.3, 1.0 / 9.0);
+    const CKernel wide(SIDE, {.sigma = 9.0});
+    const CKernel narrow(SIDE, {.sigma = 1.3, .wideGain = 1.0 / 9.0});
     CTorusEnergy energy(SIDE);
     CSplitMix64 random(4);
     for (int i = 0; i < 100; ++i) {
@@ -197,7 +223,7 @@ TEST(TorusEnergy, LowestIsTheFirstCellOfLeastValueAfterEveryChange)
 {
     for (const int side : {8, 31, 32, 33, 64, 68}) { // whole and broken blocks
         SCOPED_TRACE(side);
-        const CKernel kernel(side, 1.1, 0.0);
+        const CKernel kernel(side, {.sigma = 1.1});
         CTorusEnergy energy(side);
         CSplitMix64 random(static_cast<std::uint64_t>(side));
         for (int i = 0; i < 200; ++i) {

@@ -1,0 +1,74 @@
+#include "dotweave/maskdata_base.h"
+
+#include "logcapture.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr char SCOPE_OUTPUT[] = "bool __cdecl CMaskData_Base::OutputCutTable(const struct SCutTable "
+                                "*,int,class std::basic_string<char,struct "
+                                "std::char_traits<char>,class std::allocator<char> >)";
+
+class CutTableDump : public testing::Test {
+protected:
+    CutTableDump()
+    {
+        const std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
+        m_folder = std::filesystem::path(testing::TempDir()) / ("dotweave_dump_" + test);
+        std::filesystem::remove_all(m_folder);
+        std::filesystem::create_directories(m_folder);
+    }
+    ~CutTableDump() override { std::filesystem::remove_all(m_folder); }
+
+    std::string Path() const { return (m_folder / "table.txt").string(); }
+    std::string Text() const
+    {
+        std::ifstream file(Path());
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+
+    std::filesystem::path m_folder;
+};
+
+TEST_F(CutTableDump, WritesTheLowerBoundFirstInFiveColumns)
+{
+    const std::vector<SCutTable> table = {{39321, 13107}, {255, 0}, {65535, 65534}};
+    EXPECT_TRUE(CMaskData_Base::OutputCutTable(table.data(), 3, Path()));
+    EXPECT_EQ(Text(), "13107, 39321\n    0,   255\n65534, 65535\n");
+}
+
+TEST_F(CutTableDump, ReplacesAnExistingFile)
+{
+    const std::vector<SCutTable> table = {{2, 1}, {4, 3}};
+    EXPECT_TRUE(CMaskData_Base::OutputCutTable(table.data(), 2, Path()));
+    EXPECT_TRUE(CMaskData_Base::OutputCutTable(table.data(), 1, Path()));
+    EXPECT_EQ(Text(), "    1,     2\n");
+}
+
+TEST_F(CutTableDump, CountBelowOneGivesAnEmptyFile)
+{
+    EXPECT_TRUE(CMaskData_Base::OutputCutTable(nullptr, 0, Path()));
+    EXPECT_TRUE(std::filesystem::exists(Path()));
+    EXPECT_EQ(Text(), "");
+    EXPECT_TRUE(CMaskData_Base::OutputCutTable(nullptr, -3, Path()));
+    EXPECT_EQ(Text(), "");
+}
+
+TEST_F(CutTableDump, FolderThatDoesNotExistFailsWithOneRecordAndCreatesNothing)
+{
+    const std::vector<SCutTable> table = {{2, 1}};
+    const std::filesystem::path missing = m_folder / "missing";
+    const CLogCapture log;
+    EXPECT_FALSE(CMaskData_Base::OutputCutTable(table.data(), 1, (missing / "table.txt").string()));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure("maskdata_base", SCOPE_OUTPUT)}));
+    EXPECT_FALSE(std::filesystem::exists(missing));
+}
+
+} // namespace

@@ -1,0 +1,261 @@
+#include "dotweave/maskdatastorage.h"
+
+#include "logcapture.h"
+#include "maskparams.h"
+#include "peek.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <list>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr char SCOPE_INIT[] =
+    "bool __cdecl CMaskDataStorage::MaskData_Current_Init(const struct SMaskParam &)";
+constexpr char SCOPE_APPLY[] =
+    "class CMaskData_Base *__cdecl CMaskDataStorage::MaskData_Apply(const struct SMaskParam &)";
+
+/// Small modes that differ in a field that feather-none never reads: all have the same step height.
+SMaskParam Mode(int number)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 8;
+    param.featherLevelPercent = number;
+    return param;
+}
+
+SMaskParam Mode_Rejected()
+{
+    SMaskParam param = Mode(0);
+    param.colorTimes = 0;
+    return param;
+}
+
+SMaskParam Mode_OtherStep(int number)
+{
+    SMaskParam param = Mode(number);
+    param.nozzleCount = 16;
+    return param;
+}
+
+/// The numbers of the listed modes, front first.
+std::vector<int> Listed(CMaskDataStorage& storage)
+{
+    std::vector<int> numbers;
+    for (const CMaskData_Base* mask : SMaskDataStorage_Peek{storage}.List())
+        numbers.push_back(mask->MaskParam_Input().featherLevelPercent);
+    return numbers;
+}
+
+TEST(MaskDataStorage, HasNoCurrentObjectBeforeTheFirstInit)
+{
+    CMaskDataStorage storage;
+    EXPECT_EQ(storage.MaskData_Current_Get(), nullptr);
+    EXPECT_TRUE(Listed(storage).empty());
+}
+
+TEST(MaskDataStorage, SameRecordTwiceCreatesOneObject)
+{
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    const CMaskData_Base* first = storage.MaskData_Current_Get();
+    ASSERT_NE(first, nullptr);
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    EXPECT_EQ(storage.MaskData_Current_Get(), first);
+    EXPECT_EQ(Listed(storage), (std::vector<int>{2, 1})) << "found objects move to the back";
+}
+
+TEST(MaskDataStorage, SixthRecordEvictsTheFirst)
+{
+    CMaskDataStorage storage;
+    for (int mode = 1; mode <= 6; ++mode)
+        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+    EXPECT_EQ(Listed(storage), (std::vector<int>{2, 3, 4, 5, 6}));
+    EXPECT_EQ(storage.MaskData_Current_Get()->MaskParam_Input().featherLevelPercent, 6);
+}
+
+TEST(MaskDataStorage, FoundRecordIsSavedFromEviction)
+{
+    CMaskDataStorage storage;
+    for (int mode = 1; mode <= 5; ++mode)
+        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(6)));
+    EXPECT_EQ(Listed(storage), (std::vector<int>{3, 4, 5, 1, 6}));
+}
+
+TEST(MaskDataStorage, ApplyWithTheCurrentRecordGivesTheCurrentObject)
+{
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    EXPECT_EQ(storage.MaskData_Apply(Mode(1)), storage.MaskData_Current_Get());
+    EXPECT_EQ(Listed(storage), (std::vector<int>{1}));
+}
+
+TEST(MaskDataStorage, ApplyAddsANewObjectWithoutMakingItCurrent)
+{
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    const CMaskData_Base* current = storage.MaskData_Current_Get();
+    const CMaskData_Base* applied = storage.MaskData_Apply(Mode(2));
+    ASSERT_NE(applied, nullptr);
+    EXPECT_NE(applied, current);
+    EXPECT_EQ(storage.MaskData_Current_Get(), current);
+    EXPECT_EQ(Listed(storage), (std::vector<int>{1, 2}));
+}
+
+TEST(MaskDataStorage, ApplyLeavesAFoundObjectInItsPlace)
+{
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
+    EXPECT_NE(storage.MaskData_Apply(Mode(1)), nullptr);
+    EXPECT_EQ(Listed(storage), (std::vector<int>{1, 2}));
+}
+
+TEST(MaskDataStorage, ApplyWithAnotherStepGivesNullButListsTheObjectAndEvicts)
+{
+    CMaskDataStorage storage;
+    for (int mode = 1; mode <= 5; ++mode)
+        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+    const CLogCapture log;
+    EXPECT_EQ(storage.MaskData_Apply(Mode_OtherStep(6)), nullptr);
+    EXPECT_EQ(Listed(storage), (std::vector<int>{2, 3, 4, 5, 6}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure("maskdatastorage", SCOPE_APPLY)}));
+}
+
+TEST(MaskDataStorage, FifthApplyOnAFullListEvictsTheCurrentObject)
+{
+    CMaskDataStorage storage;
+    for (int mode = 1; mode <= 5; ++mode)
+        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+    for (int mode = 6; mode <= 9; ++mode)
+        ASSERT_NE(storage.MaskData_Apply(Mode(mode)), nullptr);
+    // One more would compare steps with a destroyed object, so the law is held one step before the fault: the
+    // current object has come to the front, where the next arrival evicts it.
+    EXPECT_EQ(Listed(storage), (std::vector<int>{5, 6, 7, 8, 9}));
+    EXPECT_EQ(SMaskDataStorage_Peek{storage}.List().front(), storage.MaskData_Current_Get());
+}
+
+TEST(MaskDataStorage, ZerosOfDifferentSignAreDifferentKeys)
+{
+    SMaskParam positive = Mode(1);
+    positive.featherPercent = 0.0F;
+    SMaskParam negative = Mode(1);
+    negative.featherPercent = -0.0F;
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(positive));
+    const CMaskData_Base* first = storage.MaskData_Current_Get();
+    ASSERT_TRUE(storage.MaskData_Current_Init(negative));
+    EXPECT_NE(storage.MaskData_Current_Get(), first);
+    EXPECT_EQ(Listed(storage).size(), 2U);
+}
+
+TEST(MaskDataStorage, RecordsThatCreateNormalisesAwayAreDifferentKeys)
+{
+    SMaskParam four = Mode(1);
+    four.yResPass = 4;
+    four.resSplitType = ResSplit_Y2;
+    SMaskParam five = four;
+    five.yResPass = 5;
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(four));
+    ASSERT_TRUE(storage.MaskData_Current_Init(five));
+    EXPECT_EQ(storage.MaskData_Current_Get()->YResPass(), 2);
+    EXPECT_EQ(Listed(storage).size(), 2U);
+}
+
+TEST(MaskDataStorage, FailedInitLeavesNoCurrentObjectButTheListAsItWas)
+{
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    const CMaskData_Base* first = storage.MaskData_Current_Get();
+    {
+        const CLogCapture log;
+        EXPECT_FALSE(storage.MaskData_Current_Init(Mode_Rejected()));
+        const std::vector<SLogRecord> expected = {
+            Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 85),
+            Failure("maskdatafactory",
+                    "class CMaskData_Base *__cdecl CMaskDataFactory::MaskData_Create(const "
+                    "struct SMaskParam &)"),
+            Failure("maskdatastorage", SCOPE_INIT)};
+        EXPECT_EQ(log.Records(), expected);
+    }
+    EXPECT_EQ(storage.MaskData_Current_Get(), nullptr);
+    EXPECT_EQ(Listed(storage), (std::vector<int>{1}));
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    EXPECT_EQ(storage.MaskData_Current_Get(), first);
+}
+
+TEST(MaskDataStorage, FindReturnsTheEqualObjectNearestTheFront)
+{
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
+    SMaskDataStorage_Peek peek{storage};
+    EXPECT_EQ(peek.MaskData_Find(Mode(1)), peek.List().front());
+    EXPECT_EQ(peek.MaskData_Find(Mode(2)), peek.List().back());
+    EXPECT_EQ(peek.MaskData_Find(Mode(3)), nullptr);
+}
+
+TEST(MaskDataStorage, ListWithinItsLimitIsLeftAlone)
+{
+    CMaskDataStorage storage;
+    for (int mode = 1; mode <= 5; ++mode)
+        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+    SMaskDataStorage_Peek peek{storage};
+    EXPECT_TRUE(peek.Release_One_FromFront_If_OutOfRange());
+    EXPECT_EQ(peek.List().size(), 5U);
+}
+
+TEST(MaskDataStorage, NullEntryAtTheFrontIsEvictedLikeAnyOther)
+{
+    CMaskDataStorage storage;
+    for (int mode = 1; mode <= 5; ++mode)
+        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+    SMaskDataStorage_Peek peek{storage};
+    peek.List().push_front(nullptr);
+    EXPECT_TRUE(peek.Release_One_FromFront_If_OutOfRange());
+    EXPECT_EQ(Listed(storage), (std::vector<int>{1, 2, 3, 4, 5}));
+}
+
+TEST(MaskDataStorage, ReleasingTheContentEmptiesTheListAndLeavesTheCurrentPointer)
+{
+    CMaskDataStorage storage;
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    SMaskDataStorage_Peek peek{storage};
+    const CMaskData_Base* before = peek.Current();
+    EXPECT_TRUE(peek.Release_ListMaskData_Content());
+    EXPECT_EQ(peek.List().size(), 0U);
+    EXPECT_EQ(peek.Current(), before) << "the pointer dangles; nothing but a new Init mends it";
+    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
+}
+
+TEST(MaskDataStorage, ThreadsShareOneStorage)
+{
+    constexpr int THREADS = 4;
+    constexpr int ROUNDS = 25;
+    CMaskDataStorage storage;
+    std::atomic<int> failures = 0;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < THREADS; ++thread) {
+        threads.emplace_back([&storage, &failures, thread] {
+            for (int round = 0; round < ROUNDS; ++round) {
+                if (!storage.MaskData_Current_Init(Mode((thread + round) % 7)))
+                    ++failures;
+                if (storage.MaskData_Current_Get() == nullptr)
+                    ++failures;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(Listed(storage).size(), 5U);
+}
+
+} // namespace
