@@ -29,10 +29,18 @@ struct SMaskData_Base_Peek {
     int& Smooth2FeatherHeight() { return mask.m_smooth2FeatherHeight; }
     int& Smooth2FeatherHeightTotal() { return mask.m_smooth2FeatherHeightTotal; }
     CMaskBlock*& MaskBlock() { return mask.m_maskBlock; }
+    int& MaskHeight() { return mask.m_maskHeight; }
+    int& MaskWidth() { return mask.m_maskWidth; }
+    int& StepHeight() { return mask.m_stepHeight; }
+    int& RealStepHeight() { return mask.m_realStepHeight; }
+    int& LeadBlankHeight() { return mask.m_leadBlankHeight; }
+    int*& XResStep() { return mask.m_xResStep; }
+    int*& YResStep() { return mask.m_yResStep; }
 
     bool InitNoneRes() { return mask.InitNoneRes(); }
     bool InitResParam() { return mask.InitResParam(); }
     bool InitMaskSize() { return mask.InitMaskSize(); }
+    bool MaskSize_CanBeBuilt() { return mask.MaskSize_CanBeBuilt(); }
     bool CreateMaskData() { return mask.CreateMaskData(); }
     bool CreateMaskData_Within(unsigned int milliseconds) { return mask.CreateMaskData_Within(milliseconds); }
     bool CreateMaskData_Old() { return mask.CreateMaskData_Old(); }
