@@ -105,8 +105,7 @@ TEST_P(BaseMatrices, PrintNoLongWavesAtHalfTone)
             int count = 0;
             for (int dy = 0; dy < SQUARE; ++dy)
                 for (int dx = 0; dx < SQUARE; ++dx)
-                    count +=
-                        levels[static_cast<std::size_t>((row + dy) * SIDE + column + dx)] < 32767 ? 1 : 0;
+                    count += levels[static_cast<unsigned>((row + dy) * SIDE + column + dx)] < 32767 ? 1 : 0;
             squares += std::pow(count - SQUARE * SQUARE / 2.0, 2);
         }
     }

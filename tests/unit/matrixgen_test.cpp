@@ -260,7 +260,7 @@ TEST(HalfPattern, IsEvenOverSquaresOfEightCells)
         for (int column = 0; column < SIDE; column += 8) {
             int count = 0;
             for (int cell = 0; cell < 64; ++cell)
-                count += half[static_cast<std::size_t>((row + cell / 8) * SIDE + column + cell % 8)];
+                count += half[static_cast<unsigned>((row + cell / 8) * SIDE + column + cell % 8)];
             squares += (count - 32) * (count - 32);
         }
     }

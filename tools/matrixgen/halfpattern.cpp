@@ -99,7 +99,7 @@ public:
         }
     }
 
-    std::int64_t Draw(CSplitMix64& random) const
+    [[nodiscard]] std::int64_t Draw(CSplitMix64& random) const
     {
         return m_table[Index(random.Below(static_cast<int>(m_table.size())))];
     }
@@ -130,7 +130,7 @@ public:
             Try(temperature);
     }
 
-    int SetCount() const { return static_cast<int>(m_cells.size()); }
+    [[nodiscard]] int SetCount() const { return static_cast<int>(m_cells.size()); }
 
 private:
     struct SStep {
@@ -186,10 +186,10 @@ std::int64_t Temperature_OfSweep(const SMatrixRecipe& recipe, int sweep, std::in
 std::vector<std::uint8_t> HalfPattern_Make(int side, const SMatrixRecipe& recipe, CSplitMix64& random)
 {
     CellFlags set = CellFlags_RandomHalf(side * side, random);
-    const CKernel relaxKernel(side, recipe.relaxSigma, recipe.halfWideGain);
+    const CKernel relaxKernel(side, recipe.relaxShape);
     CRelaxation(side, relaxKernel, set).Run();
 
-    const CKernel annealKernel(side, recipe.annealSigma, recipe.halfWideGain);
+    const CKernel annealKernel(side, recipe.annealShape);
     CAnnealing annealing(side, annealKernel, set, random);
     const std::int64_t tries = static_cast<std::int64_t>(recipe.annealTriesPerCell) * annealing.SetCount();
     for (int sweep = 0; sweep < recipe.annealSweeps; ++sweep)

@@ -6,18 +6,35 @@
 
 namespace matrixgen {
 
-CKernel::CKernel(int side, double sigma, double wideGain, double gain)
+namespace {
+
+/// exp(-x) with the Laguerre polynomial that makes its spectrum flat up to the given order; 1 at x = 0.
+double Narrow_AtSquare(double x, int flatness)
 {
-    const double wideSigma = 3.0 * sigma;
-    const bool wide = wideGain > 0.0 && wideSigma <= WIDE_SIGMA_MAX_CELLS;
-    const double reach = CUT_SIGMAS * (wide ? wideSigma : sigma);
+    double term = 1.0;
+    double polynomial = 1.0;
+    for (int i = 0; i < flatness; ++i) {
+        term *= -x * (flatness - i) / ((i + 2) * (i + 1));
+        polynomial += term;
+    }
+    return polynomial * std::exp(-x);
+}
+
+} // namespace
+
+CKernel::CKernel(int side, const SKernelShape& shape)
+{
+    const double wideSigma = shape.wideRatio * shape.sigma;
+    const bool wide = shape.wideGain > 0.0 && wideSigma <= WIDE_SIGMA_MAX_CELLS;
+    const double reach =
+        CUT_SIGMAS * (wide ? wideSigma : shape.sigma * (1.0 + CUT_PER_FLATNESS * shape.flatness));
     m_radius = std::clamp(static_cast<int>(reach), 1, side / 2 - 1);
 
     const double reachSquared = reach * reach;
     const auto value = [&](int dy, int dx) {
-        const double squared = static_cast<double>(dy * dy + dx * dx);
-        const double narrow = std::exp(-squared / (2.0 * sigma * sigma));
-        return wide ? narrow + wideGain * std::exp(-squared / (2.0 * wideSigma * wideSigma)) : narrow;
+        const auto squared = static_cast<double>(dy * dy + dx * dx);
+        const double narrow = Narrow_AtSquare(squared / (2.0 * shape.sigma * shape.sigma), shape.flatness);
+        return wide ? narrow + shape.wideGain * std::exp(-squared / (2.0 * wideSigma * wideSigma)) : narrow;
     };
 
     double sum = 0.0;
@@ -26,10 +43,10 @@ CKernel::CKernel(int side, double sigma, double wideGain, double gain)
         const int halfWidth = std::min(m_radius, static_cast<int>(std::sqrt(rest)));
         m_halfWidth.push_back(halfWidth);
         for (int dx = -halfWidth; dx <= halfWidth; ++dx)
-            sum += value(dy, dx);
+            sum += std::abs(value(dy, dx));
     }
 
-    const double scale = gain * std::min(PEAK_MAX, TOTAL_MAX / sum);
+    const double scale = shape.gain * std::min(PEAK_MAX, TOTAL_MAX / sum);
     for (int dy = -m_radius; dy <= m_radius; ++dy) {
         m_rowStart.push_back(m_weight.size());
         const int halfWidth = HalfWidth(dy);

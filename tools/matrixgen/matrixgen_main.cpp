@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdint>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <limits>
@@ -31,9 +32,7 @@ CLI::Validator Number_InRange(std::uint64_t first, std::uint64_t last, std::uint
     return {check, range, "range"};
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int Run(int argc, char** argv)
 {
     CLI::App app(
         "Makes a base threshold matrix: a dispersed ranking of the cells of a square torus, quantised\n"
@@ -42,10 +41,10 @@ int main(int argc, char** argv)
     std::uint64_t seed = 1;
     int size = 544;
     std::string out;
-    app.add_option("--seed", seed, "Seed of the random sequence")
+    app.add_option("--seed", seed, "Seed of the random sequence, no unit")
         ->check(Number_InRange(0, std::numeric_limits<std::uint64_t>::max(), 1))
         ->capture_default_str();
-    app.add_option("--size", size, "Side of the matrix in cells")
+    app.add_option("--size", size, "Side of the matrix, cells")
         ->check(Number_InRange(matrixgen::MATRIX_SIDE_MIN, matrixgen::MATRIX_SIDE_MAX, 2))
         ->capture_default_str();
     app.add_option("--out", out, "File to write; an existing one is replaced")->required();
@@ -58,12 +57,18 @@ int main(int argc, char** argv)
         std::cerr << "matrixgen: " << error.what() << '\n';
         return EXIT_USAGE;
     }
+    matrixgen::LevelFile_Write(out, matrixgen::ThresholdMatrix_Make(size, seed));
+    return EXIT_OK;
+}
 
+} // namespace
+
+int main(int argc, char** argv)
+{
     try {
-        matrixgen::LevelFile_Write(out, matrixgen::ThresholdMatrix_Make(size, seed));
+        return Run(argc, argv);
     } catch (const std::exception& error) {
-        std::cerr << "matrixgen: " << error.what() << '\n';
+        (void)std::fprintf(stderr, "matrixgen: %s\n", error.what()); // a stream could throw once more
         return EXIT_FAILED;
     }
-    return EXIT_OK;
 }

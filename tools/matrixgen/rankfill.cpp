@@ -18,8 +18,6 @@ constexpr double SPARSE_SHARE = 0.01;
 constexpr double DENSE_SHARE = 0.10;
 constexpr double SIGMA_STALE = 0.03; // relative change that asks for a new kernel
 constexpr double FADE_STALE = 1.0 / 16.0;
-constexpr double FADE_FROM_SHARE = 0.075;
-constexpr double FADE_TO_SHARE = 0.15;
 constexpr double CORE_TO_SHARE = 0.20;
 constexpr double CORE_AHEAD = 1.03;          // the core is sized for the share just ahead
 constexpr double HEXAGONAL_SPACING = 1.0746; // sqrt(2 / sqrt(3)): spacing of a hexagonal grid of share 1
@@ -29,13 +27,13 @@ std::size_t Index(int value)
     return static_cast<std::size_t>(value);
 }
 
-double Sigma_OfShare(double share, double sparse, double dense)
+double Sigma_OfShare(double share, const SSigmaRule& rule)
 {
     if (share <= 0.0)
         return HUGE_VAL;
     const double way =
         std::clamp(std::log(share / SPARSE_SHARE) / std::log(DENSE_SHARE / SPARSE_SHARE), 0.0, 1.0);
-    return (sparse + (dense - sparse) * way) / std::sqrt(share);
+    return (rule.sparse + (rule.dense - rule.sparse) * way) / std::sqrt(share);
 }
 
 } // namespace
@@ -56,6 +54,11 @@ double CRankFill::Share() const
     return static_cast<double>(m_order.size()) / static_cast<double>(m_half.size());
 }
 
+bool CRankFill::IsLow() const
+{
+    return 2 * m_order.size() < m_half.size();
+}
+
 double CRankFill::MinorityShare() const
 {
     return std::min(Share(), 1.0 - Share());
@@ -63,15 +66,16 @@ double CRankFill::MinorityShare() const
 
 double CRankFill::Sigma() const
 {
-    const double wanted =
-        Share() < 0.5 ? Sigma_OfShare(MinorityShare(), m_recipe.lowSigmaSparse, m_recipe.lowSigmaDense)
-                      : Sigma_OfShare(MinorityShare(), m_recipe.highSigmaSparse, m_recipe.highSigmaDense);
+    const double wanted = Sigma_OfShare(MinorityShare(), IsLow() ? m_recipe.lowSigma : m_recipe.highSigma);
     return std::clamp(wanted, m_recipe.sigmaMin, m_recipe.sigmaMax);
 }
 
 double CRankFill::SlabFade() const
 {
-    return std::clamp((MinorityShare() - FADE_FROM_SHARE) / (FADE_TO_SHARE - FADE_FROM_SHARE), 0.0, 1.0);
+    const SSlabMemory& slab = m_recipe.slab;
+    const double from = IsLow() ? slab.lowFadeFrom : slab.highFadeFrom;
+    const double to = IsLow() ? slab.lowFadeTo : slab.highFadeTo;
+    return std::clamp((MinorityShare() - from) / (to - from), 0.0, 1.0);
 }
 
 double CRankFill::CoreRadius() const
@@ -96,10 +100,15 @@ void CRankFill::RenewKernels()
     m_sigma = Sigma();
     m_fade = SlabFade();
     m_coreRadius = CoreRadius();
-    m_kernel.emplace(side, m_sigma, m_recipe.fillWideGain);
+    SKernelShape shape = m_recipe.fillShape;
+    shape.sigma = m_sigma;
+    m_kernel.emplace(side, shape);
     m_slabKernel.reset();
-    if (m_fade > 0.0)
-        m_slabKernel.emplace(side, m_recipe.slab.sigma, m_recipe.fillWideGain, m_recipe.slab.gain * m_fade);
+    if (m_fade > 0.0) {
+        SKernelShape slabShape = m_recipe.slab.shape;
+        slabShape.gain *= m_fade;
+        m_slabKernel.emplace(side, slabShape);
+    }
     Recompute();
 }
 
@@ -112,7 +121,7 @@ void CRankFill::Recompute()
         for (int rank = m_slabFirst; rank < ranked; ++rank)
             m_energy.Add(m_order[Index(rank)], *m_slabKernel);
 
-    const std::uint8_t now = Share() < 0.5 ? 1 : 0; // which side of the half pattern is being ranked
+    const std::uint8_t now = IsLow() ? 1 : 0; // which side of the half pattern is being ranked
     for (int cell = 0; cell < m_energy.CellCount(); ++cell)
         if (m_ranked[Index(cell)] != 0 || m_half[Index(cell)] != now)
             m_energy.Offset(cell, TAKEN_BAN);

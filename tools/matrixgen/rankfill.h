@@ -27,21 +27,22 @@ public:
     const std::vector<int>& Run();
 
     /// Cells ranked so far, the first printed one first.
-    const std::vector<int>& Order() const { return m_order; }
+    [[nodiscard]] const std::vector<int>& Order() const { return m_order; }
     /// Ranks count more cells, or up to the end.
     void Advance(int count);
     /// Works out all energies anew from the cells ranked so far, with the kernels in use. Energies are kept
     /// up to date cell by cell, so this alone changes none of them.
     void Recompute();
-    const CTorusEnergy& Energy() const { return m_energy; }
+    [[nodiscard]] const CTorusEnergy& Energy() const { return m_energy; }
 
 private:
-    double Share() const;
-    double MinorityShare() const;
-    double Sigma() const;
-    double SlabFade() const;
-    double CoreRadius() const;
-    bool KernelsAreStale() const;
+    [[nodiscard]] double Share() const;
+    [[nodiscard]] bool IsLow() const; // ranking the cells of the half pattern
+    [[nodiscard]] double MinorityShare() const;
+    [[nodiscard]] double Sigma() const;
+    [[nodiscard]] double SlabFade() const;
+    [[nodiscard]] double CoreRadius() const;
+    [[nodiscard]] bool KernelsAreStale() const;
     void RenewKernels();
 
     void Place(int cell);

@@ -31,8 +31,8 @@ void CTorusEnergy::ApplyRun(int row, int column, const std::int32_t* weights, in
     std::int32_t* value = m_value.data() + Index(row * m_side + column);
     for (int i = 0; i < count; ++i)
         value[i] += Sign * weights[i];
-    const unsigned first = static_cast<unsigned>(column / BLOCK_CELLS);
-    const unsigned last = static_cast<unsigned>((column + count - 1) / BLOCK_CELLS);
+    const auto first = static_cast<unsigned>(column / BLOCK_CELLS);
+    const auto last = static_cast<unsigned>((column + count - 1) / BLOCK_CELLS);
     m_touched[Index(row)] |= (~0U << first) & (~0U >> (31U - last));
 }
 

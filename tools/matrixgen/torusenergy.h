@@ -17,8 +17,8 @@ public:
     /// @param side  cells per row and rows, SIDE_MIN to SIDE_MAX, not checked
     explicit CTorusEnergy(int side);
 
-    int Side() const { return m_side; }
-    int CellCount() const { return m_side * m_side; }
+    [[nodiscard]] int Side() const { return m_side; }
+    [[nodiscard]] int CellCount() const { return m_side * m_side; }
 
     /// Sets every cell to level plus its own small start value.
     /// @param start  one value for each cell: random, they decide between cells of equal energy
@@ -30,7 +30,7 @@ public:
     /// Adds an amount to one cell, such as a ban.
     void Offset(int cell, std::int32_t amount);
 
-    std::int32_t Value(int cell) const { return m_value[static_cast<std::size_t>(cell)]; }
+    [[nodiscard]] std::int32_t Value(int cell) const { return m_value[static_cast<std::size_t>(cell)]; }
     /// The cell of lowest value; of several the first.
     int Lowest();
 
