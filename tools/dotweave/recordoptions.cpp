@@ -1,0 +1,37 @@
+#include "recordoptions.h"
+
+#include "recordfields.h"
+#include "recordjson.h"
+#include "usageerror.h"
+
+#include <cstddef>
+
+CRecordOptions::CRecordOptions(CLI::App& command) : m_texts(RecordFields().size())
+{
+    m_paramOption =
+        command.add_option("--param", m_paramFile,
+                           "JSON file with fields of the mode by their names (nozzleCount, basePass, ...); "
+                           "options given beside it override its fields");
+    m_paramOption->type_name("FILE")->group("Print mode");
+    for (std::size_t i = 0; i < m_texts.size(); ++i) {
+        const SRecordField& field = RecordFields()[i];
+        const std::string help = std::string(field.help) + "; " + RecordField_RangeText(field) +
+                                 "; default " + RecordField_ValueText(field, RECORD_DEFAULT);
+        m_options.push_back(command.add_option(field.option, m_texts[i], help)
+                                ->type_name(field.choices.empty() ? "N" : "NAME")
+                                ->group("Print mode"));
+    }
+}
+
+SMaskParam CRecordOptions::Record() const
+{
+    SMaskParam param = RECORD_DEFAULT;
+    if (m_paramOption->count() > 0)
+        Record_ReadFile(m_paramFile, param);
+    for (std::size_t i = 0; i < m_options.size(); ++i) {
+        const SRecordField& field = RecordFields()[i];
+        if (m_options[i]->count() > 0 && !RecordField_SetText(field, m_texts[i], param))
+            throw CUsageError(RecordField_RefusalText(field, field.option, '"' + m_texts[i] + '"'));
+    }
+    return param;
+}

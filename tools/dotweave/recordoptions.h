@@ -1,0 +1,30 @@
+#pragma once
+
+#include "dotweave/maskparam.h"
+
+#include <CLI/App.hpp>
+
+#include <string>
+#include <vector>
+
+/// The options that describe a print mode: one per field and --param for a mode file.
+/// Lifetime: the command keeps pointers into this object, which therefore stays where it is.
+class CRecordOptions {
+public:
+    /// Adds the options to a command.
+    explicit CRecordOptions(CLI::App& command);
+    CRecordOptions(const CRecordOptions&) = delete;
+    CRecordOptions& operator=(const CRecordOptions&) = delete;
+    ~CRecordOptions() = default;
+
+    /// The mode that the parsed command line asks for: the default mode, overridden by the fields of the mode
+    /// file, overridden by the options.
+    /// @throws CUsageError for a refused value or mode file
+    SMaskParam Record() const;
+
+private:
+    std::string m_paramFile;
+    CLI::Option* m_paramOption;          // owned by the command
+    std::vector<std::string> m_texts;    // one per field, as given
+    std::vector<CLI::Option*> m_options; // one per field, owned by the command
+};
