@@ -38,7 +38,13 @@ public:
     int Height() const { return m_height; }
 
 private:
+    /// A block whose bytes hold whatever the allocation held, for the assembly alone: its workers write every
+    /// byte once, so clearing them before would touch all memory twice.
+    static CMaskBlock* New_Unwritten(int width, int height);
+
     std::int32_t m_width = 0;
     std::int32_t m_height = 0;
     std::uint8_t* m_maskData = nullptr;
+
+    friend class CMaskData_Base;
 };

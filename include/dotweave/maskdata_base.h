@@ -224,7 +224,6 @@ private:
     bool CreateMaskData();
     bool CreateMaskData_Within(unsigned int milliseconds);
     bool MergeMaskData(const CMaskBlock* blocks, int blockCount, unsigned char* dest, int yResIndex);
-    void MaskBlock_New();
     // ---- the same on the calling thread alone: maskdata_base_assembly_legacy.cpp
     bool CreateMaskData_Old();
 

@@ -25,6 +25,20 @@ void Row_Fill(std::uint16_t* dest, int width, const std::uint16_t* source)
     }
 }
 
+/// Fills a plane from the table; the matrices follow one another, so rows behind the first matrix exist too.
+void Plane_Fill(std::uint16_t* dest, int width, int height, const std::uint16_t* source)
+{
+    if (width == THRESHOLD_MATRIX_SIZE) {
+        std::copy_n(source, static_cast<std::ptrdiff_t>(width) * height, dest);
+        return;
+    }
+    for (int row = 0; row < height; ++row) {
+        Row_Fill(dest, width, source);
+        source += THRESHOLD_MATRIX_SIZE;
+        dest += width;
+    }
+}
+
 } // namespace
 
 CBaseMaskData::~CBaseMaskData()
@@ -46,11 +60,7 @@ bool CBaseMaskData::Create(int width, int height, int count)
         const std::uint16_t* source =
             s_rawMaskData +
             static_cast<std::ptrdiff_t>(plane % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
-        for (int row = 0; row < height; ++row) {
-            Row_Fill(dest, width, source);
-            source += THRESHOLD_MATRIX_SIZE;
-            dest += width;
-        }
+        Plane_Fill(dest, width, height, source);
     }
     return true;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 
 CMaskBlock::CMaskBlock(int width, int height)
 {
@@ -24,6 +25,15 @@ void CMaskBlock::Initialize(int width, int height)
     m_maskData = nullptr;
     // A negative product widens to a size that no allocator has, and so fails as a lack of memory.
     m_maskData = new std::uint8_t[static_cast<std::size_t>(MaskDataBytesCount())]();
+}
+
+CMaskBlock* CMaskBlock::New_Unwritten(int width, int height)
+{
+    auto block = std::make_unique<CMaskBlock>();
+    block->m_width = width;
+    block->m_height = height;
+    block->m_maskData = new std::uint8_t[static_cast<std::size_t>(block->MaskDataBytesCount())];
+    return block.release();
 }
 
 void CMaskBlock::ClearMaskData()

@@ -148,9 +148,7 @@ bool CMaskData_Base::MaskSize_CanBeBuilt() const
         return false;
     const std::int64_t onePlane =
         std::int64_t{m_baseMaskWidth} * m_baseMaskHeight * static_cast<std::int64_t>(sizeof(std::uint16_t));
-    const std::int64_t workingBlocks =
-        std::int64_t{m_baseMaskWidth} * m_maskHeight_NoneRes * m_maskParam_Current.xResPass;
-    return Int32_Holds(onePlane * param.colorCount) && Int32_Holds(workingBlocks);
+    return Int32_Holds(onePlane * param.colorCount);
 }
 
 const std::uint8_t* CMaskData_Base::MaskData_Get(int color, int& position) const

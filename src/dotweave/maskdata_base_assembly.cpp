@@ -9,9 +9,31 @@
 #include <cstddef>
 #include <vector>
 
+namespace {
+
+/// The block while its lines are being written. Whatever happens before all of them are, nobody gets to see
+/// bytes that no worker wrote: the block is cleared when the threads are gone.
+class CUnbuiltBlock {
+public:
+    explicit CUnbuiltBlock(CMaskBlock& block) : m_block(&block) {}
+    CUnbuiltBlock(const CUnbuiltBlock&) = delete;
+    CUnbuiltBlock& operator=(const CUnbuiltBlock&) = delete;
+    ~CUnbuiltBlock()
+    {
+        if (m_block != nullptr)
+            m_block->ClearMaskData();
+    }
+    void SetBuilt() { m_block = nullptr; }
+
+private:
+    CMaskBlock* m_block;
+};
+
+} // namespace
+
 bool CMaskData_Base::GenerateMaskData(SParam_GenerateMaskData& param)
 {
-    MaskKernel_Cut(param);
+    MaskKernel_Cut_Reference(param, {0, param.maskBlock->Height()});
     return true;
 }
 
@@ -19,14 +41,10 @@ bool CMaskData_Base::MergeMaskData(const CMaskBlock* blocks, int blockCount, uns
                                    int yResIndex)
 {
     const std::ptrdiff_t line = m_maskLineBytes;
-    MaskKernel_Merge(blocks, blockCount, BitsPerPixel(), dest + yResIndex * line, YResPass() * line);
+    if (blockCount >= 1)
+        MaskKernel_Merge_Reference(blocks, blockCount, BitsPerPixel(), {0, blocks[0].Height()},
+                                   dest + yResIndex * line, YResPass() * line);
     return true;
-}
-
-/// The block that takes all mask bytes: a row per colour, zeroed.
-void CMaskData_Base::MaskBlock_New()
-{
-    m_maskBlock = new CMaskBlock(MaskBytes_OneColor(), m_maskParam_Current.colorCount);
 }
 
 bool CMaskData_Base::CreateMaskData()
@@ -45,7 +63,8 @@ bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
     std::vector<SCutTable> cutTable(static_cast<std::size_t>(m_maskHeight_NoneRes));
     if (!CreateCutTable(cutTable.data(), m_maskHeight_NoneRes))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    MaskBlock_New();
+    m_maskBlock = CMaskBlock::New_Unwritten(MaskBytes_OneColor(), m_maskParam_Current.colorCount);
+    CUnbuiltBlock unbuilt(*m_maskBlock);
 
     SMaskDataGenerate_Param param = {};
     param.pMaskBlock = m_maskBlock;
@@ -72,5 +91,6 @@ bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     if (!generator.Wait_Exit(milliseconds))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
+    unbuilt.SetBuilt();
     return true;
 }

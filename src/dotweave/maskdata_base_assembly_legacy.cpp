@@ -19,7 +19,7 @@ bool CMaskData_Base::CreateMaskData_Old()
     std::vector<SCutTable> cutTable(static_cast<std::size_t>(m_maskHeight_NoneRes));
     if (!CreateCutTable(cutTable.data(), m_maskHeight_NoneRes))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    MaskBlock_New();
+    m_maskBlock = new CMaskBlock(MaskBytes_OneColor(), m_maskParam_Current.colorCount);
     std::vector<CMaskBlock> blocks(static_cast<std::size_t>(XResPass()));
     for (CMaskBlock& block : blocks)
         block.Initialize(m_baseMaskWidth, m_maskHeight_NoneRes);

@@ -1,11 +1,10 @@
 #include "maskdatagenerator_sub.h"
 
 #include "constants.h"
-#include "kernels/maskkernels.h"
 #include "log.h"
 #include "maskregion.h"
 
-#include <cstddef>
+#include <algorithm>
 #include <exception>
 #include <thread>
 
@@ -16,15 +15,30 @@ constexpr char UNIT[] = "maskdatagenerator_sub";
 /// Longest sleep for a work item, in milliseconds.
 constexpr unsigned int WORK_WAIT_MS = 100;
 
+SSineRows SineRows(const CSineMask* sine, int blockHeight)
+{
+    if (sine == nullptr)
+        return {{blockHeight, blockHeight}, {blockHeight, blockHeight}};
+    const int featherHeight = sine->FeatherHeight_Get();
+    const int sineHeight = sine->MaskHeight_Get();
+    return {{featherHeight - sineHeight, featherHeight},
+            {std::max(blockHeight - sineHeight, featherHeight), blockHeight}};
+}
+
+int RowCount(SRowRange rows)
+{
+    return rows.end - rows.first;
+}
+
 /// Hands the dots of a band's last feather rows that lie outside the sine curve to its first feather rows.
-/// Both regions hold the sine part of the feather rows; the top takes the bottom's dots as they were.
+/// The block holds the sine part of both, top rows first; the top takes the bottom's dots as they were.
 void Dots_MoveUp(CMaskBlock& block, const CSineMask& sine)
 {
     const std::uint8_t* up = sine.MaskBuffer_Up_Get();
     const std::uint8_t* down = sine.MaskBuffer_Down_Get();
-    std::uint8_t* top = block.MaskData() + sine.SineMask_Offset_InFeather();
-    std::uint8_t* bottom = top + (block.MaskDataBytesCount() - sine.FeatherMask_Size());
     const int size = sine.MaskSize_Get();
+    std::uint8_t* top = block.MaskData();
+    std::uint8_t* bottom = top + (block.MaskDataBytesCount() - size);
     for (int k = 0; k < size; ++k)
         top[k] = static_cast<std::uint8_t>(top[k] | (bottom[k] & up[k]));
     for (int k = 0; k < size; ++k)
@@ -76,6 +90,8 @@ bool CMaskDataGenerator_Sub::OneLoop()
     } catch (const std::exception&) {
         // No memory for the blocks, say: this worker ends like one that failed, the others take its share.
     }
+    if (m_processState >= ProcessState_Generate && m_processState <= ProcessState_Merge)
+        Lines_Clear();
     Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)", __LINE__,
                      "m_processState = ", m_processState);
     Stop();
@@ -109,11 +125,17 @@ bool CMaskDataGenerator_Sub::OneLoop_ByState()
     }
 }
 
+/// All memory that items need. Rows that no sine mask touches never become bytes per pixel.
 void CMaskDataGenerator_Sub::AllocateBlocks()
 {
-    m_blocks = std::make_unique<CMaskBlock[]>(static_cast<std::size_t>(m_pParam->splitCount_XRes));
-    for (int j = 0; j < m_pParam->splitCount_XRes; ++j)
-        m_blocks[static_cast<std::size_t>(j)].Initialize(m_pParam->thresholdWidth, m_pParam->blockHeight);
+    const SMaskDataGenerate_Param& param = *m_pParam;
+    m_scratch.resize(
+        MaskKernel_ScratchBytes(param.thresholdWidth, param.thresholdWidth, param.splitCount_XRes));
+    m_sineRows = SineRows(m_pSineMask, param.blockHeight);
+    const int rows = RowCount(m_sineRows.top) + RowCount(m_sineRows.bottom);
+    m_blocks = std::make_unique<CMaskBlock[]>(static_cast<std::size_t>(param.splitCount_XRes));
+    for (int j = 0; j < param.splitCount_XRes; ++j)
+        m_blocks[static_cast<std::size_t>(j)].Initialize(param.thresholdWidth, rows);
 }
 
 /// Takes the next item, or ends the worker. The flag is read before the queue is tried: an empty queue proves
@@ -136,16 +158,17 @@ void CMaskDataGenerator_Sub::WaitForWork()
         std::this_thread::yield(); // the event may have been stale: let its writer correct it
 }
 
+/// Cuts the rows that the sine mask asks for as bytes per pixel; Merge_AllBlock cuts all others as it packs.
 bool CMaskDataGenerator_Sub::GenerateMaskData()
 {
     const SMaskDataGenerate_Param& param = *m_pParam;
-    for (int j = 0; j < param.splitCount_XRes; ++j)
-        m_blocks[static_cast<std::size_t>(j)].ClearMaskData();
     const int rowStart = MaskRegion_Row(m_pSourceData->position, param.rowStep,
                                         m_pSourceData->splitIndex_YRes, param.splitCount_YRes);
     for (int j = 0; j < param.splitCount_XRes; ++j) {
+        CMaskBlock& block = m_blocks[static_cast<std::size_t>(j)];
+        block.ClearMaskData();
         const int colStart = MaskRegion_Column(j, param.thresholdWidth, param.splitCount_XRes);
-        if (!Cut_OneBlock(rowStart, colStart, m_blocks[static_cast<std::size_t>(j)]))
+        if (!Cut_OneBlock(rowStart, colStart, block))
             return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator_Sub::GenerateMaskData(void)", __LINE__);
     }
     m_processState = ProcessState_Feather;
@@ -155,16 +178,22 @@ bool CMaskDataGenerator_Sub::GenerateMaskData()
 bool CMaskDataGenerator_Sub::Cut_OneBlock(int rowStart, int colStart, CMaskBlock& block)
 {
     SParam_GenerateMaskData cut = {};
-    cut.cutTable = m_pParam->pCutTable;
     cut.cutTableCount = m_pParam->cutTableCount;
     cut.baseMaskData = m_pParam->pBaseMaskData->MaskData(m_pSourceData->color);
-    cut.offsetY = rowStart;
     cut.offsetX = colStart;
     cut.baseMaskHeight = m_pParam->thresholdHeight;
     cut.baseMaskWidth = m_pParam->thresholdWidth;
     cut.bitsPerPixel = m_pParam->dotBits;
     cut.maskBlock = &block;
-    MaskKernel_Cut(cut);
+    // The block holds the top rows and behind them the bottom rows of the band.
+    const int topCount = RowCount(m_sineRows.top);
+    const auto cutRows = [&](int bandRow, SRowRange rows) {
+        cut.cutTable = m_pParam->pCutTable + (bandRow - rows.first);
+        cut.offsetY = rowStart + (bandRow - rows.first);
+        MaskKernel_Cut(cut, rows);
+    };
+    cutRows(m_sineRows.top.first, {0, topCount});
+    cutRows(m_sineRows.bottom.first, {topCount, block.Height()});
     return true;
 }
 
@@ -176,15 +205,66 @@ void CMaskDataGenerator_Sub::Feather_SineMask()
         Dots_MoveUp(m_blocks[static_cast<std::size_t>(j)], *m_pSineMask);
 }
 
+/// Writes all lines of the item: those of the sine rows from the blocks, all others straight from the
+/// thresholds.
 void CMaskDataGenerator_Sub::Merge_AllBlock()
 {
+    Lines_Pack({0, m_sineRows.top.first});
+    Lines_Merge(0, m_sineRows.top);
+    Lines_Pack({m_sineRows.top.end, m_sineRows.bottom.first});
+    Lines_Merge(RowCount(m_sineRows.top), m_sineRows.bottom);
+}
+
+/// The mask line of the item's first row.
+std::uint8_t* CMaskDataGenerator_Sub::FirstLine() const
+{
+    return m_pParam->pMaskBlock->MaskData() +
+           static_cast<std::ptrdiff_t>(m_pSourceData->color) * m_pParam->maskBytes_OneColor +
+           static_cast<std::ptrdiff_t>(m_pSourceData->position) * m_pParam->maskBytes_OnePosition +
+           static_cast<std::ptrdiff_t>(m_pSourceData->splitIndex_YRes) * m_pParam->maskLineBytes;
+}
+
+/// Bytes from the mask line of one row to that of the next: the lines of the Y resolution passes alternate.
+std::ptrdiff_t CMaskDataGenerator_Sub::LineDistance() const
+{
+    return static_cast<std::ptrdiff_t>(m_pParam->splitCount_YRes) * m_pParam->maskLineBytes;
+}
+
+void CMaskDataGenerator_Sub::Lines_Pack(SRowRange rows)
+{
     const SMaskDataGenerate_Param& param = *m_pParam;
-    const std::ptrdiff_t line = param.maskLineBytes;
-    std::uint8_t* base = param.pMaskBlock->MaskData() +
-                         static_cast<std::ptrdiff_t>(m_pSourceData->color) * param.maskBytes_OneColor +
-                         static_cast<std::ptrdiff_t>(m_pSourceData->position) * param.maskBytes_OnePosition;
-    MaskKernel_Merge(m_blocks.get(), param.splitCount_XRes, param.dotBits,
-                     base + m_pSourceData->splitIndex_YRes * line, param.splitCount_YRes * line);
+    if (param.splitCount_XRes < 1)
+        return;
+    SMaskPack pack = {};
+    pack.cutTable = param.pCutTable;
+    pack.plane = param.pBaseMaskData->MaskData(m_pSourceData->color);
+    pack.planeWidth = param.thresholdWidth;
+    pack.planeHeight = param.thresholdHeight;
+    pack.offsetY = MaskRegion_Row(m_pSourceData->position, param.rowStep, m_pSourceData->splitIndex_YRes,
+                                  param.splitCount_YRes);
+    pack.width = param.thresholdWidth;
+    pack.xResPass = param.splitCount_XRes;
+    pack.bitsPerPixel = param.dotBits;
+    pack.firstLine = FirstLine();
+    pack.lineDistance = LineDistance();
+    MaskKernel_CutAndPack(pack, rows, m_scratch.data());
+}
+
+/// Writes the lines of band rows whose dots stand in the blocks from row blockRow on.
+void CMaskDataGenerator_Sub::Lines_Merge(int blockRow, SRowRange rows)
+{
+    const std::ptrdiff_t distance = LineDistance();
+    MaskKernel_Merge(m_blocks.get(), m_pParam->splitCount_XRes, m_pParam->dotBits,
+                     {blockRow, blockRow + RowCount(rows)}, FirstLine() + (rows.first - blockRow) * distance,
+                     distance, m_scratch.data());
+}
+
+/// A failed item leaves blank lines, never what the memory held.
+void CMaskDataGenerator_Sub::Lines_Clear()
+{
+    std::uint8_t* line = FirstLine();
+    for (int row = 0; row < m_pParam->blockHeight; ++row, line += LineDistance())
+        std::fill_n(line, m_pParam->maskLineBytes, std::uint8_t{0});
 }
 
 bool CMaskDataGenerator_Sub::CompleteOneSourceData()

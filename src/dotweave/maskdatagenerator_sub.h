@@ -3,12 +3,22 @@
 #include "dotweave/maskblock.h"
 #include "dotweave/sinemask.h"
 #include "kelptrqueuebuffer.h"
+#include "kernels/maskkernels.h"
 #include "maskdatagenerate_param.h"
 
 #include <kelcommon/customthreadbase.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
+
+/// The rows of a band that the sine mask moves dots between: the sine part of its first feather rows and that
+/// of its last ones. Where the two overlap, the common rows belong to the top.
+struct SSineRows {
+    SRowRange top;
+    SRowRange bottom;
+};
 
 /// One worker of the generator. Takes work items from the work queue, cuts and packs each into its own lines
 /// of the output, and hands the item back; ends by itself when the producer has finished and the queue is
@@ -50,6 +60,11 @@ private:
     void WaitForWork();
     bool GenerateMaskData();
     bool Cut_OneBlock(int rowStart, int colStart, CMaskBlock& block);
+    std::uint8_t* FirstLine() const;
+    std::ptrdiff_t LineDistance() const;
+    void Lines_Pack(SRowRange rows);
+    void Lines_Merge(int blockRow, SRowRange rows);
+    void Lines_Clear();
     void Feather_SineMask();
     void Merge_AllBlock();
     bool CompleteOneSourceData();
@@ -58,8 +73,10 @@ private:
     const SMaskDataGenerate_Param* m_pParam = nullptr;
     SMaskDataGenerate_SubParam* m_pSourceData = nullptr;
     CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>* m_pQueueBuffer = nullptr;
-    std::unique_ptr<CMaskBlock[]> m_blocks;
+    std::unique_ptr<CMaskBlock[]> m_blocks; // the rows that the sine mask moves dots between; no others
     const CSineMask* m_pSineMask = nullptr;
+    SSineRows m_sineRows{};
+    std::vector<std::uint8_t> m_scratch;
 
     friend struct SMaskDataGenerator_Sub_Peek; // the tests' only key to the steps; defined in tests/support
 };

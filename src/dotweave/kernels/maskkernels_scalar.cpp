@@ -39,15 +39,14 @@ void Row_Merge(const CMaskBlock* blocks, int blockCount, int bitsPerPixel, int r
 
 } // namespace
 
-void MaskKernel_Cut(const SParam_GenerateMaskData& param)
+void MaskKernel_Cut_Reference(const SParam_GenerateMaskData& param, SRowRange rows)
 {
     const std::uint8_t dotValue = DOT_VALUE[param.bitsPerPixel];
     const int width = param.maskBlock->Width();
-    const int height = param.maskBlock->Height();
     const int firstColumn = param.offsetX % param.baseMaskWidth;
-    int planeRow = param.offsetY % param.baseMaskHeight;
-    std::uint8_t* dest = param.maskBlock->MaskData();
-    for (int row = 0; row < height; ++row) {
+    int planeRow = (param.offsetY % param.baseMaskHeight + rows.first) % param.baseMaskHeight;
+    std::uint8_t* dest = param.maskBlock->MaskData() + static_cast<std::ptrdiff_t>(rows.first) * width;
+    for (int row = rows.first; row < rows.end; ++row) {
         const std::uint16_t* thresholds =
             param.baseMaskData + static_cast<std::ptrdiff_t>(planeRow) * param.baseMaskWidth;
         int planeColumn = firstColumn;
@@ -62,12 +61,11 @@ void MaskKernel_Cut(const SParam_GenerateMaskData& param)
     }
 }
 
-void MaskKernel_Merge(const CMaskBlock* blocks, int blockCount, int bitsPerPixel, unsigned char* firstLine,
-                      std::ptrdiff_t lineDistance)
+void MaskKernel_Merge_Reference(const CMaskBlock* blocks, int blockCount, int bitsPerPixel, SRowRange rows,
+                                std::uint8_t* firstLine, std::ptrdiff_t lineDistance)
 {
     if (blockCount < 1)
         return;
-    const int height = blocks[0].Height();
-    for (int row = 0; row < height; ++row)
+    for (int row = rows.first; row < rows.end; ++row)
         Row_Merge(blocks, blockCount, bitsPerPixel, row, firstLine + row * lineDistance);
 }
