@@ -1,5 +1,7 @@
 #pragma once
 
+#include "schedulepoint.h"
+
 #include <boost/lockfree/queue.hpp>
 #include <kelcommon/customconditionvariable.h>
 
@@ -87,8 +89,10 @@ bool CKelQueue<T*>::TryPush(T* item)
 {
     if (!m_queue->bounded_push(item))
         return false;
+    SchedulePoint();
     // The value that the step itself returns tells who crossed a bound; a second read could miss it.
     const std::int32_t count = static_cast<std::int32_t>(m_count->fetch_add(1U) + 1U);
+    SchedulePoint();
     if (count == 1)
         NotEmpty_Correct();
     if (count == m_capacity)
@@ -110,7 +114,9 @@ bool CKelQueue<T*>::TryPop(T*& item)
 {
     if (!m_queue->pop(item))
         return false;
+    SchedulePoint();
     const std::int32_t count = static_cast<std::int32_t>(m_count->fetch_sub(1U) - 1U);
+    SchedulePoint();
     if (count == 0)
         NotEmpty_Correct();
     if (count == m_capacity - 1)
@@ -123,7 +129,10 @@ bool CKelQueue<T*>::Pop(T*& item, unsigned int milliseconds)
 {
     if (TryPop(item))
         return true;
-    m_event_NotEmpty.WaitOne(milliseconds);
+    SchedulePoint();
+    if (!m_event_NotEmpty.WaitOne(milliseconds) && milliseconds > 0U)
+        SchedulePoint_WaitExpired();
+    SchedulePoint();
     return TryPop(item);
 }
 
@@ -139,6 +148,7 @@ template <typename T>
 void CKelQueue<T*>::AddFinished_Set()
 {
     m_isAddFinished->exchange(std::uint8_t{1});
+    SchedulePoint();
     m_event_NotEmpty.Set();
 }
 
@@ -150,10 +160,12 @@ void CKelQueue<T*>::NotEmpty_Correct()
 {
     const auto hasItems = [this] { return static_cast<std::int32_t>(m_count->load()) > 0; };
     for (bool isNotEmpty = hasItems();; isNotEmpty = !isNotEmpty) {
+        SchedulePoint();
         if (isNotEmpty)
             m_event_NotEmpty.Set();
         else
             m_event_NotEmpty.Reset();
+        SchedulePoint();
         if (hasItems() == isNotEmpty)
             return;
     }
@@ -165,10 +177,12 @@ void CKelQueue<T*>::NotFull_Correct()
 {
     const auto hasRoom = [this] { return static_cast<std::int32_t>(m_count->load()) < m_capacity; };
     for (bool isNotFull = hasRoom();; isNotFull = !isNotFull) {
+        SchedulePoint();
         if (isNotFull)
             m_event_NotFull.Set();
         else
             m_event_NotFull.Reset();
+        SchedulePoint();
         if (hasRoom() == isNotFull)
             return;
     }

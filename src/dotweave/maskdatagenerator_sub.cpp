@@ -3,6 +3,7 @@
 #include "constants.h"
 #include "log.h"
 #include "maskregion.h"
+#include "schedulepoint.h"
 
 #include <algorithm>
 #include <exception>
@@ -144,7 +145,9 @@ void CMaskDataGenerator_Sub::WaitForWork()
 {
     CKelPtrQueue<SMaskDataGenerate_SubParam>& work = *m_pQueueBuffer->m_queue_Work;
     const bool isFinished = work.AddFinished_Get();
+    SchedulePoint();
     if (work.Pop(m_pSourceData, isFinished ? 0U : WORK_WAIT_MS)) {
+        SchedulePoint();
         // Taking the last item reset the event; other workers may still sleep on it.
         if (work.AddFinished_Get())
             work.NotEmpty_Set();

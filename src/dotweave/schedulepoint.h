@@ -1,0 +1,15 @@
+#pragma once
+
+/// @file
+/// Points of the queues and of the end of the work at which a thread may be held up at will. A test build defines
+/// DOTWEAVE_SCHEDULE_POINTS and the two functions; the library itself compiles to nothing here.
+
+#if defined(DOTWEAVE_SCHEDULE_POINTS)
+/// Between two steps whose order against other threads matters.
+void SchedulePoint();
+/// A sleep for an item ran its whole time.
+void SchedulePoint_WaitExpired();
+#else
+inline void SchedulePoint() {}
+inline void SchedulePoint_WaitExpired() {}
+#endif

@@ -1,0 +1,114 @@
+/// @file
+/// The end of the work, with threads held up wherever their order matters: no creation may hang, miss a
+/// wake-up or lose an item. Load does not disturb the verdict: a missed wake-up shows as a sleep that ran its
+/// whole time, which is counted, not measured. DOTWEAVE_SCHEDULE_ROUNDS sets the creations per mode (default
+/// 200).
+
+#include "dotweave/maskdata_base.h"
+
+#include "maskparams.h"
+#include "schedulepoint.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+std::atomic<int> g_holdUps = 0; // one point in this many lets others run; 0 holds nobody up
+std::atomic<long> g_expired = 0;
+std::atomic<long> g_points = 0;
+
+int Rounds()
+{
+    const char* rounds =
+        std::getenv("DOTWEAVE_SCHEDULE_ROUNDS");        // NOLINT(concurrency-mt-unsafe): before threads
+    return rounds != nullptr ? std::atoi(rounds) : 200; // NOLINT(cert-err34-c): a test's own setting
+}
+
+} // namespace
+
+void SchedulePoint()
+{
+    ++g_points;
+    const int holdUps = g_holdUps;
+    if (holdUps == 0)
+        return;
+    thread_local std::minstd_rand random(
+        static_cast<unsigned int>(std::hash<std::thread::id>()(std::this_thread::get_id())));
+    const unsigned int draw = static_cast<unsigned int>(random());
+    if (draw % static_cast<unsigned int>(holdUps) != 0)
+        return;
+    if (draw / 1024 % 16 == 0)
+        std::this_thread::sleep_for(std::chrono::microseconds(draw / 65536 % 500));
+    else
+        std::this_thread::yield();
+}
+
+void SchedulePoint_WaitExpired()
+{
+    ++g_expired;
+}
+
+namespace {
+
+/// One item; twice as many items as go round at once; many small ones over two resolution passes.
+std::vector<SMaskParam> Modes()
+{
+    SMaskParam one = MaskParam_Plain();
+    SMaskParam some = MaskParam_Feathered(FeatherNozzle_Smooth_3, 32, 4, 50.0F);
+    some.colorCount = 4;
+    SMaskParam many = MaskParam_Feathered(FeatherNozzle_Smooth_3_Sine, 24, 4, 50.0F);
+    many.xResPass = 2;
+    many.yResPass = 2;
+    many.bitsPerPixel = 2;
+    many.colorCount = 2;
+    return {one, some, many};
+}
+
+std::vector<std::uint8_t> AllBytes(const CMaskData_Base& mask)
+{
+    int position = -1;
+    const std::uint8_t* first = mask.MaskData_Get(0, position);
+    const int count = mask.MaskBytes_OneColor() * mask.MaskParam_Current().colorCount;
+    return {first, first + count};
+}
+
+class CreationHeldUp : public testing::TestWithParam<int> {
+protected:
+    ~CreationHeldUp() override { g_holdUps = 0; }
+};
+
+TEST_P(CreationHeldUp, EndsPromptlyWithTheSameBytes)
+{
+    for (const SMaskParam& mode : Modes()) {
+        SCOPED_TRACE(testing::PrintToString(mode.colorCount));
+        g_holdUps = 0;
+        CMaskData_Base expected;
+        ASSERT_TRUE(expected.Create(mode));
+        const std::vector<std::uint8_t> bytes = AllBytes(expected);
+        g_holdUps = GetParam();
+        g_expired = 0;
+        g_points = 0;
+        for (int round = 0; round < Rounds(); ++round) {
+            CMaskData_Base mask;
+            ASSERT_TRUE(mask.Create(mode)) << "round " << round;
+            ASSERT_EQ(AllBytes(mask), bytes) << "round " << round;
+        }
+        EXPECT_EQ(g_expired, 0) << "sleeps that nobody ended";
+        EXPECT_GT(g_points, Rounds()) << "the points are compiled in";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(OnePointIn, CreationHeldUp, testing::Values(0, 1, 3, 20),
+                         [](const auto& info) { return std::to_string(info.param); });
+
+} // namespace
