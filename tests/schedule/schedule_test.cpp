@@ -30,8 +30,8 @@ std::atomic<long> g_points = 0;
 int Rounds()
 {
     const char* rounds =
-        std::getenv("DOTWEAVE_SCHEDULE_ROUNDS");        // NOLINT(concurrency-mt-unsafe): before threads
-    return rounds != nullptr ? std::atoi(rounds) : 200; // NOLINT(cert-err34-c): a test's own setting
+        std::getenv("DOTWEAVE_SCHEDULE_ROUNDS");       // NOLINT(concurrency-mt-unsafe): before threads
+    return rounds != nullptr ? std::atoi(rounds) : 40; // NOLINT(cert-err34-c): a test's own setting
 }
 
 } // namespace
@@ -66,7 +66,7 @@ std::vector<SMaskParam> Modes()
     SMaskParam one = MaskParam_Plain();
     SMaskParam some = MaskParam_Feathered(FeatherNozzle_Smooth_3, 32, 4, 50.0F);
     some.colorCount = 4;
-    SMaskParam many = MaskParam_Feathered(FeatherNozzle_Smooth_3_Sine, 24, 4, 50.0F);
+    SMaskParam many = MaskParam_Feathered(FeatherNozzle_Smooth_3_Sine, 48, 4, 50.0F);
     many.xResPass = 2;
     many.yResPass = 2;
     many.bitsPerPixel = 2;
@@ -109,6 +109,6 @@ TEST_P(CreationHeldUp, EndsPromptlyWithTheSameBytes)
 }
 
 INSTANTIATE_TEST_SUITE_P(OnePointIn, CreationHeldUp, testing::Values(0, 1, 3, 20),
-                         [](const auto& info) { return std::to_string(info.param); });
+                         [](const auto& modeCase) { return std::to_string(modeCase.param); });
 
 } // namespace
