@@ -1,0 +1,167 @@
+#include "allocator.h"
+#include "finishtail.h"
+#include "modes.h"
+#include "registry.h"
+
+#include "constants.h"
+#include "dotweave/maskdatastorage.h"
+#include "peek.h"
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace {
+
+using CClock = std::chrono::steady_clock;
+
+constexpr char CANNOT_BE_BUILT[] = "the mode cannot be built";
+
+/// Time of one call; what the caller does before and after, such as freeing the mask, is left out.
+template <typename TWork>
+bool Timed(benchmark::State& state, TWork work)
+{
+    const CClock::time_point start = CClock::now();
+    const bool isDone = work();
+    const std::chrono::duration<double> time = CClock::now() - start;
+    state.SetIterationTime(time.count());
+    return isDone;
+}
+
+std::size_t MaskBytes(const CMaskData_Base& mask)
+{
+    return static_cast<std::size_t>(mask.MaskBytes_OneColor()) *
+           static_cast<std::size_t>(mask.MaskParam_Current().colorCount);
+}
+
+/// Times a way to build a mask object, each time on a new one.
+template <typename TBuild>
+void Mask_Bench(benchmark::State& state, TBuild build)
+{
+    std::size_t bytes = 0;
+    for ([[maybe_unused]] const auto iteration : state) {
+        CMaskData_Base mask;
+        if (!Timed(state, [&] { return build(mask); })) {
+            state.SkipWithError(CANNOT_BE_BUILT);
+            return;
+        }
+        bytes = MaskBytes(mask);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
+}
+
+void Create_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    Mask_Bench(state, [&](CMaskData_Base& mask) { return mask.Create(param); });
+}
+
+/// The whole mask on the calling thread with the plain loops. The modes split no resolution passes.
+void OneThread_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    Mask_Bench(state, [&](CMaskData_Base& mask) {
+        SMaskData_Base_Peek peek{mask};
+        peek.Current() = param;
+        peek.BaseMaskHeight() = THRESHOLD_MATRIX_SIZE;
+        peek.BaseMaskWidth() = THRESHOLD_MATRIX_SIZE;
+        return peek.InitNoneRes() && peek.InitResParam() && peek.InitMaskSize() && peek.CreateMaskData_Old();
+    });
+}
+
+/// Create where no page of the mask has been touched before.
+void Fresh_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    const CFreshMemory fresh;
+    Mask_Bench(state, [&](CMaskData_Base& mask) { return mask.Create(param); });
+    CMaskData_Base mask;
+    const std::size_t before = CFreshMemory::MappedBytes();
+    if (!mask.Create(param))
+        state.SkipWithError(CANNOT_BE_BUILT);
+    else if (CFreshMemory::MappedBytes() < before + MaskBytes(mask))
+        state.SkipWithError("the mask did not come from fresh memory");
+}
+
+/// What it costs to have as many zeros from the operating system as the mask has bytes.
+void Zeroed_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    std::size_t bytes = 0;
+    {
+        CMaskData_Base mask;
+        if (mask.Create(param))
+            bytes = MaskBytes(mask);
+    }
+    if (bytes == 0) {
+        state.SkipWithError(CANNOT_BE_BUILT);
+        return;
+    }
+    const CFreshMemory fresh;
+    for ([[maybe_unused]] const auto iteration : state) {
+        std::unique_ptr<std::uint8_t[]> zeros;
+        Timed(state, [&] {
+            zeros = std::make_unique<std::uint8_t[]>(bytes); // zeroed
+            benchmark::DoNotOptimize(zeros.get());
+            benchmark::ClobberMemory();
+            return true;
+        });
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
+}
+
+/// Making a listed mask the current one. Five are listed; asking for them in the order in which they were
+/// made finds each at the front, where it has waited longest.
+void StorageHit_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    std::array<SMaskParam, 5> listed = {};
+    CMaskDataStorage storage;
+    for (std::size_t i = 0; i < listed.size(); ++i) {
+        listed[i] = param;
+        listed[i].nozzleCount -= static_cast<std::int32_t>(i);
+        if (!storage.MaskData_Current_Init(listed[i])) {
+            state.SkipWithError(CANNOT_BE_BUILT);
+            return;
+        }
+    }
+    std::size_t next = 0;
+    for ([[maybe_unused]] const auto iteration : state) {
+        benchmark::DoNotOptimize(storage.MaskData_Current_Init(listed[next]));
+        next = (next + 1) % listed.size();
+    }
+}
+
+void FinishTail_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    CFinishTail tail(param);
+    for ([[maybe_unused]] const auto iteration : state)
+        state.SetIterationTime(tail.Measure().count());
+}
+
+using CBench = void (*)(benchmark::State&, const SMaskParam&);
+
+benchmark::internal::Benchmark* Register(const char* name, const SBenchMode& mode, CBench run)
+{
+    const auto bench = [run, param = mode.param](benchmark::State& state) { run(state, param); };
+    return benchmark::RegisterBenchmark((std::string(name) + "/" + mode.name).c_str(), bench)
+        ->Unit(benchmark::kMicrosecond);
+}
+
+} // namespace
+
+void Create_Register()
+{
+    const auto modes = Modes_Get();
+    for (const SBenchMode& mode : modes) {
+        Register("create", mode, &Create_Bench)->UseManualTime();
+        Register("one_thread", mode, &OneThread_Bench)->UseManualTime();
+    }
+    Register("create", Mode_W2Sine_Get(), &Create_Bench)->UseManualTime();
+    if (CFreshMemory::IsAvailable()) {
+        Register("fresh_create", modes[2], &Fresh_Bench)->UseManualTime();
+        Register("fresh_zeros", modes[2], &Zeroed_Bench)->UseManualTime();
+    }
+    Register("storage_hit", modes[0], &StorageHit_Bench);
+    Register("finish_tail", modes[0], &FinishTail_Bench)->UseManualTime();
+}
