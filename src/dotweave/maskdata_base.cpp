@@ -97,11 +97,12 @@ bool CMaskData_Base::Create(const SMaskParam& param)
 }
 
 /// Refuses records from damaged job files before any of their numbers reaches a division or an allocation.
-/// A field that the mode never reads is no reason to refuse.
+/// A field that the mode never reads is no reason to refuse. A head without rows leaves every layout without
+/// a step and is refused there.
 bool CMaskData_Base::Param_CanBeBuilt() const
 {
     const SMaskParam& param = m_maskParam_Current;
-    if (param.nozzleCount < 1 || param.xResPass < 1 || param.yResPass < 1 || param.colorCount < 1)
+    if (param.xResPass < 1 || param.yResPass < 1 || param.colorCount < 1)
         return false;
     if (param.bitsPerPixel != 1 && param.bitsPerPixel != 2)
         return false;
