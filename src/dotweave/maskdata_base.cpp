@@ -113,14 +113,16 @@ bool CMaskData_Base::Param_CanBeBuilt() const
     return Int32_Holds(MaskLineBytes(THRESHOLD_MATRIX_SIZE, param.bitsPerPixel, param.xResPass) * 8 + 7);
 }
 
-/// Refuses layouts that a cut table would not fill, or whose single position does not fit into 32 bits. The
-/// set-up steps can be replaced by a derived mask object, so their results are looked at here once more.
+/// Refuses layouts whose cut table has more rows than the band, and those of which a single position does not
+/// fit into 32 bits. A derived mask object can replace the set-up steps, so their results are looked at here.
 bool CMaskData_Base::Geometry_CanBeBuilt() const
 {
     const SMaskParam& param = m_maskParam_Current;
     const std::int64_t height = m_maskHeight_NoneRes;
     const std::int64_t step = m_stepHeight_NoneRes;
     if (height < 1 || step < 1 || step > height)
+        return false;
+    if (m_leadBlankHeight_NoneRes < 0 || m_leadBlankHeight_NoneRes > height)
         return false;
     if (param.featherMode == FeatherMode_None && param.basePass * step > height)
         return false;

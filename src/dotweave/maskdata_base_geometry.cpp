@@ -33,11 +33,11 @@ bool CMaskData_Base::InitResParam()
     m_maskWidth = m_baseMaskWidth * xPasses;
     m_stepHeight = m_stepHeight_NoneRes * yPasses;
     m_realStepHeight = m_stepHeight / xPasses / yPasses;
-    std::int64_t lead = std::int64_t{m_leadBlankHeight_NoneRes} * yPasses;
+    int lead = m_leadBlankHeight_NoneRes * yPasses;
     // Deliberate: reads the current mode, which the feather-none set-up may have switched.
     if (m_maskParam_Current.featherMode != FeatherMode_Nozzle)
-        lead += std::int64_t{m_yResStep[yPasses - 1]} + m_xResStep[xPasses - 1];
-    m_leadBlankHeight = static_cast<std::int32_t>(lead);
+        lead += m_yResStep[yPasses - 1] + m_xResStep[xPasses - 1];
+    m_leadBlankHeight = lead;
     m_maskHeight = m_maskHeight_NoneRes * yPasses;
     if (m_maskHeight > lead) {
         // Deliberate: the lead computed above only serves as a check.
