@@ -17,11 +17,9 @@
 /// significant bit down; a set pixel has all its bits set. docs/mask-bytes.md draws an example.
 ///
 /// Lifetime:      call Create once on a fresh object. A failed object can only be asked for its parameters
-/// and
-///                destroyed.
+///                and destroyed.
 /// Copies:        shallow. Both objects then share the step arrays and the mask bytes, and at most one of
-/// them
-///                may be destroyed.
+///                them may be destroyed.
 /// Thread-safety: Create runs on one thread and returns when all its helper threads have ended. A created
 ///                object is immutable; any number of threads may call its const operations.
 class DOTWEAVE_API CMaskData_Base {
@@ -56,18 +54,16 @@ protected:
 public:
     /// Builds all mask bytes of a print mode.
     /// @param param  the print mode; copied, the caller keeps it
-    /// @return true on success; false after at least two log records, innermost first, for a mode that cannot
+    /// @return true on success; false after one or more log records, innermost first, for a mode that cannot
     ///         be built. Nothing is undone then; the destructor frees what was allocated.
     /// @throws std::bad_alloc when memory runs out; boost's lock and queue classes may throw too
     bool Create(const SMaskParam& param);
 
     /// The mask bytes of the next band position of one colour.
     /// @param color     colour plane, 0 to colorCount - 1. A plane of colorCount or more gives null and
-    /// leaves
-    ///                  the position alone; negative planes are not checked.
+    ///                  leaves the position alone; negative planes are not checked.
     /// @param position  the caller's counter, advanced and wrapped by the call: callers start at -1 and so
-    /// get
-    ///                  0 first; any negative value gives 0
+    ///                  get 0 first; any negative value gives 0
     /// @return MaskBytes_OnePosition() bytes, valid as long as this object
     const std::uint8_t* MaskData_Get(int color, int& position) const;
 
@@ -111,14 +107,13 @@ public:
     /// For hosts; uses the arithmetic of the smooth-3 set-up.
     /// @param nozzleCount    nozzle rows of the head
     /// @param basePass       passes, not 0
-    /// @param featherPercent share of the head in percent, scaled by 0.75
+    /// @param featherPercent share of the head in percent, 0 to 100, scaled by 0.75
     static int StepHeadNozzle_Get(int nozzleCount, int basePass, float featherPercent);
 
     // ---- cut tables, choice of the builder: maskdata_base_cuttable.cpp
     /// Fills a cut table as the current parameters ask for it.
     /// @param table  entries of the caller, at least as many as the layout of this object has mask rows
-    /// before
-    ///               resolution
+    ///               before resolution
     /// @param count  number of entries; read by the smooth-3 builders alone
     /// @return false with a log record for parameters that no builder serves; without one for
     ///         FeatherNozzle_Reserved. The content is unspecified then.
@@ -227,6 +222,8 @@ private:
     // ---- the same on the calling thread alone: maskdata_base_assembly_legacy.cpp
     bool CreateMaskData_Old();
 
+protected:
+    // A derived mask object that replaces a set-up step sets what that step sets.
     SMaskParam m_maskParam_Input{};
     SMaskParam m_maskParam_Current{};
     std::int32_t m_maskLineBytes = 0;
@@ -249,5 +246,6 @@ private:
     std::int32_t m_smooth2FeatherHeightTotal = 0;
     std::int32_t m_smooth2FeatherHeight = 0;
 
+private:
     friend struct SMaskData_Base_Peek; // the tests' only key to private members; defined in tests/support
 };

@@ -97,11 +97,12 @@ bool CMaskData_Base::Create(const SMaskParam& param)
 }
 
 /// Refuses records from damaged job files before any of their numbers reaches a division or an allocation.
-/// A field that the mode never reads is no reason to refuse.
+/// A field that the mode never reads is no reason to refuse. A head without rows leaves every layout without
+/// a step and is refused there.
 bool CMaskData_Base::Param_CanBeBuilt() const
 {
     const SMaskParam& param = m_maskParam_Current;
-    if (param.nozzleCount < 1 || param.xResPass < 1 || param.yResPass < 1 || param.colorCount < 1)
+    if (param.xResPass < 1 || param.yResPass < 1 || param.colorCount < 1)
         return false;
     if (param.bitsPerPixel != 1 && param.bitsPerPixel != 2)
         return false;
@@ -112,14 +113,16 @@ bool CMaskData_Base::Param_CanBeBuilt() const
     return Int32_Holds(MaskLineBytes(THRESHOLD_MATRIX_SIZE, param.bitsPerPixel, param.xResPass) * 8 + 7);
 }
 
-/// Refuses layouts that a cut table would not fill, or whose single position does not fit into 32 bits. The
-/// set-up steps can be replaced by a derived mask object, so their results are looked at here once more.
+/// Refuses layouts whose cut table has more rows than the band, and those of which a single position does not
+/// fit into 32 bits. A derived mask object can replace the set-up steps, so their results are looked at here.
 bool CMaskData_Base::Geometry_CanBeBuilt() const
 {
     const SMaskParam& param = m_maskParam_Current;
     const std::int64_t height = m_maskHeight_NoneRes;
     const std::int64_t step = m_stepHeight_NoneRes;
     if (height < 1 || step < 1 || step > height)
+        return false;
+    if (m_leadBlankHeight_NoneRes < 0 || m_leadBlankHeight_NoneRes > height)
         return false;
     if (param.featherMode == FeatherMode_None && param.basePass * step > height)
         return false;

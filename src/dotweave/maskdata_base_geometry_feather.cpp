@@ -5,6 +5,7 @@
 #include "maskgeometry.h"
 
 #include <algorithm>
+#include <cstdint>
 
 bool CMaskData_Base::InitNoneRes()
 {
@@ -65,10 +66,8 @@ bool CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_2()
     static constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_2(void)";
     const SMaskParam& param = m_maskParam_Current;
     const int passes = param.basePass;
-    // A pass count above the row count leaves no step, and its successor need not fit into 32 bits.
-    if (passes > param.nozzleCount)
-        return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, 205);
-    const int share = FeatherAmount(param.nozzleCount, param.featherPercent) / (passes + 1);
+    const std::int64_t zones = std::int64_t{passes} + 1; // need not fit into 32 bits before the step is known
+    const int share = static_cast<int>(FeatherAmount(param.nozzleCount, param.featherPercent) / zones);
     const int step = StepHeight_Rounded((param.nozzleCount - share) / passes, param.xResPass, param.yResPass);
     m_stepHeight_NoneRes = step;
     // A step that rounding leaves smaller than its feather zone has no room for a pass zone.
@@ -76,7 +75,7 @@ bool CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_2()
     if (step <= 0 || feather > step)
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, 205);
     m_smooth2FeatherHeight = feather;
-    m_smooth2FeatherHeightTotal = (passes + 1) * feather;
+    m_smooth2FeatherHeightTotal = static_cast<int>(zones * feather);
     m_smooth2PassHeight = step - feather;
     m_smooth2PassHeightTotal = (step - feather) * passes;
     m_maskHeight_NoneRes = m_smooth2PassHeightTotal + m_smooth2FeatherHeightTotal;

@@ -2,6 +2,8 @@
 
 #include "dotweave/maskparam.h"
 
+#include <array>
+#include <bit>
 #include <iosfwd>
 
 /// The mode that most tests start from: 544 nozzle rows, 1 pass, no resolution passes, 1 colour, 1 bit, hard
@@ -11,6 +13,12 @@ SMaskParam MaskParam_Plain();
 /// A mode with feathered edges.
 /// @param featherNozzleType  EFeatherNozzleType
 SMaskParam MaskParam_Feathered(int featherNozzleType, int nozzleCount, int basePass, float featherPercent);
+
+/// The record as the cache compares it.
+inline std::array<unsigned char, 48> MaskParam_Bytes(const SMaskParam& param)
+{
+    return std::bit_cast<std::array<unsigned char, 48>>(param);
+}
 
 /// All fields by name, for SCOPED_TRACE and failed expectations.
 std::ostream& operator<<(std::ostream& stream, const SMaskParam& param);

@@ -2,91 +2,14 @@
 
 #include "cuttables.h"
 #include "logcapture.h"
-#include "peek.h"
+#include "smooth3tables.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <set>
-#include <utility>
 
 namespace {
-
-constexpr int LEVEL_PERCENTS[] = {0, 1, 33, 50, 99, 100};
-
-/// A mask object of which only the numbers are set that the smooth-3 builders read.
-class CRampMask {
-public:
-    CRampMask(int basePass, int colorTimes, int stepRows, int levelPercent)
-    {
-        SMaskData_Base_Peek peek = {m_mask};
-        peek.Current().basePass = basePass;
-        peek.Current().colorTimes = colorTimes;
-        peek.Current().featherLevelPercent = levelPercent;
-        peek.StepHeight_NoneRes() = stepRows;
-    }
-    CMaskData_Base m_mask;
-};
-
-CRanges OnceStyle1(int n, int stepRows, int levelPercent)
-{
-    return BuiltRanges(n, [&](SCutTable* table) {
-        EXPECT_TRUE(
-            CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_1(table, n, stepRows, levelPercent));
-    });
-}
-
-CRanges OnceStyle2(int n, int stepRows)
-{
-    return BuiltRanges(n, [&](SCutTable* table) {
-        EXPECT_TRUE(CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(table, n, stepRows));
-    });
-}
-
-CRanges MultipleStyle1(int n, int basePass, int colorTimes, int stepRows, int levelPercent)
-{
-    CRampMask ramp(basePass, colorTimes, stepRows, levelPercent);
-    return BuiltRanges(n, [&](SCutTable* table) {
-        EXPECT_TRUE(ramp.m_mask.CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(table, n));
-    });
-}
-
-CRanges MultipleStyle2(int n, int colorTimes, int stepRows, int levelPercent)
-{
-    CRampMask ramp(4, colorTimes, stepRows, levelPercent);
-    return BuiltRanges(n, [&](SCutTable* table) {
-        EXPECT_TRUE(ramp.m_mask.CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(table, n));
-    });
-}
-
-/// How a range takes its new place when it is widened.
-enum class EPlace { Whole, PushedUp, CentredLow, CentredHigh, PushedDown };
-
-struct SWidened {
-    SRange range;
-    EPlace place;
-};
-
-/// The widening on paper: the new width around the old centre, moved back onto the scale at either end. Both
-/// halves are rounded down; from 32767 on the range hangs from its upper bound, below it stands on the lower.
-SWidened WidenedByHand(const SRange& range, int times)
-{
-    const int width = (range.upper - range.lower) * times;
-    if (width >= 65535)
-        return {{0, 65535}, EPlace::Whole};
-    const int centre = (range.lower + range.upper) / 2;
-    if (centre >= 32767) {
-        const int upper = centre + width / 2;
-        if (upper > 65535)
-            return {{65535 - width, 65535}, EPlace::PushedDown};
-        return {{upper - width, upper}, EPlace::CentredHigh};
-    }
-    const int lower = centre - width / 2;
-    if (lower < 0)
-        return {{0, width}, EPlace::PushedUp};
-    return {{lower, lower + width}, EPlace::CentredLow};
-}
 
 /// Six rows that slide down the scale two by two, in fifths.
 CRanges SixRows()
@@ -114,7 +37,7 @@ TEST(CutTableSmooth3, RowsOneStepApartTileTheScaleUpToTheLevel)
 {
     for (int step = 1; step <= 24; ++step) {
         for (int rows = step; rows <= 5 * step; ++rows) {
-            for (const int percent : LEVEL_PERCENTS) {
+            for (const int percent : SMOOTH_3_LEVEL_PERCENTS) {
                 SCOPED_TRACE(testing::Message()
                              << rows << " rows, step " << step << ", level " << percent << '%');
                 const CRanges table = OnceStyle1(rows, step, percent);
@@ -141,7 +64,7 @@ TEST(CutTableSmooth3, PrintsNothingAboveItsLevel)
 TEST(CutTableSmooth3, GivesEveryRowTheWholeLevelWhenTheBandIsOneStep)
 {
     for (int rows = 1; rows <= 24; ++rows)
-        for (const int percent : LEVEL_PERCENTS)
+        for (const int percent : SMOOTH_3_LEVEL_PERCENTS)
             EXPECT_EQ(OnceStyle1(rows, rows, percent),
                       CRanges(static_cast<std::size_t>(rows), SRange{0, percent * 65535 / 100}));
 }
@@ -174,120 +97,6 @@ TEST(CutTableSmooth3, FamilyChoosesByTheTimesOfPrinting)
     EXPECT_TRUE(log.Records().empty());
 }
 
-// ---- colour several times, style 2
-
-TEST(CutTableSmooth3Widened, SixRowsPrintedTwiceAsWorkedByHand)
-{
-    EXPECT_EQ(MultipleStyle2(6, 2, 2, 100),
-              (CRanges{{39321, 65535}, {13107, 65535}, {13107, 65535}, {0, 52428}, {0, 52428}, {0, 26214}}));
-}
-
-TEST(CutTableSmooth3Widened, CountsTheMiddleOfTheScaleToTheUpperHalf)
-{
-    // Row 5 of 11 prints (26214, 39321], centre 32767. Three times its width is 39321: hung from
-    // 32767 + 19660. Standing on 32767 - 19660 it would be (13107, 52428].
-    ASSERT_EQ(OnceStyle1(11, 2, 100)[5], (SRange{26214, 39321}));
-    EXPECT_EQ(MultipleStyle2(11, 3, 2, 100)[5], (SRange{13106, 52427}));
-}
-
-TEST(CutTableSmooth3Widened, IsTheRampWidenedRowByRow)
-{
-    std::set<EPlace> places;
-    std::set<std::pair<int, int>> seen;
-    for (const int percent : {0, 1, 33, 50, 75, 99, 100}) {
-        for (int rows = 1; rows <= 48; ++rows) {
-            for (int step = 1; step <= rows; step += 1 + step / 4) {
-                const CRanges ramp = OnceStyle1(rows, step, percent);
-                for (const SRange& range : ramp)
-                    seen.emplace(range.lower, range.upper);
-                for (int times = 1; times <= 8; ++times) {
-                    const CRanges table = MultipleStyle2(rows, times, step, percent);
-                    for (std::size_t row = 0; row < table.size(); ++row) {
-                        const SWidened expected = WidenedByHand(ramp[row], times);
-                        ASSERT_EQ(table[row], expected.range)
-                            << ramp[row] << " widened " << times << " times";
-                        places.insert(expected.place);
-                    }
-                }
-            }
-        }
-    }
-    std::set<int> centres;
-    for (const auto& [lower, upper] : seen)
-        centres.insert((lower + upper) / 2);
-    EXPECT_EQ(places.size(), 5U) << "the sweep must meet every way a range can take its place";
-    EXPECT_GT(seen.size(), 5000U);
-    EXPECT_EQ(centres.count(32766) + centres.count(32767), 2U) << "and both sides of the middle";
-}
-
-TEST(CutTableSmooth3Widened, KeepsItsWidthAndStaysCentredWhereItCan)
-{
-    for (const int percent : LEVEL_PERCENTS) {
-        for (int step = 1; step <= 24; ++step) {
-            for (int rows = step; rows <= 5 * step; rows += 1 + step / 3) {
-                const CRanges ramp = OnceStyle1(rows, step, percent);
-                for (int times = 2; times <= 8; ++times) {
-                    const CRanges table = MultipleStyle2(rows, times, step, percent);
-                    for (std::size_t row = 0; row < table.size(); ++row) {
-                        const SRange& wide = table[row];
-                        ASSERT_EQ(wide.upper - wide.lower,
-                                  std::min((ramp[row].upper - ramp[row].lower) * times, 65535))
-                            << ramp[row] << " -> " << wide;
-                        // twice the distance of the centres: rounding, or a push away from an end of the
-                        // scale
-                        const int drift = wide.lower + wide.upper - ramp[row].lower - ramp[row].upper;
-                        const int least = wide.upper < 65535 ? -2 : -65535;
-                        const int most = wide.lower > 0 ? 2 : 65535;
-                        ASSERT_GE(drift, least) << ramp[row] << " -> " << wide;
-                        ASSERT_LE(drift, most) << ramp[row] << " -> " << wide;
-                    }
-                }
-            }
-        }
-    }
-}
-
-TEST(CutTableSmooth3Widened, PrintedOnceKeepsEveryRangeButForTheRoundingAboveTheMiddle)
-{
-    // With a factor of one only rounding is left. Below the middle a range stands on its own lower bound.
-    // Above it, a range of an odd width loses a half twice, in the centre and in the half width, and so hangs
-    // one lower.
-    for (int step = 1; step <= 24; ++step) {
-        for (int rows = step; rows <= 5 * step; ++rows) {
-            for (const int percent : LEVEL_PERCENTS) {
-                const CRanges ramp = OnceStyle1(rows, step, percent);
-                const CRanges table = MultipleStyle2(rows, 1, step, percent);
-                for (std::size_t row = 0; row < table.size(); ++row) {
-                    const auto [lower, upper] = ramp[row];
-                    const bool isLowered =
-                        upper - lower < 65535 && (upper - lower) % 2 == 1 && (lower + upper) / 2 >= 32767;
-                    const SRange expected = isLowered ? SRange{lower - 1, upper - 1} : ramp[row];
-                    ASSERT_EQ(table[row], expected) << ramp[row];
-                }
-            }
-        }
-    }
-}
-
-TEST(CutTableSmooth3Widened, PrintsEverythingOnceTheWidthReachesTheScale)
-{
-    EXPECT_EQ(MultipleStyle2(6, 5, 2, 100), CRanges(6, SRange{0, 65535})); // 13107 * 5 is the whole scale
-    EXPECT_EQ(MultipleStyle2(6, 32768, 2, 100), CRanges(6, SRange{0, 65535}));
-    EXPECT_EQ(MultipleStyle2(3, 1, 3, 100), CRanges(3, SRange{0, 65535}));
-}
-
-TEST(CutTableSmooth3Widened, MayPrintAboveTheLevelOfTheRamp)
-{
-    // (26213, 32767] twice as wide around 29490
-    EXPECT_EQ(MultipleStyle2(6, 2, 2, 50).front(), (SRange{22936, 36044}));
-}
-
-TEST(CutTableSmooth3Widened, PrintsNothingAtLevelZero)
-{
-    for (const SRange& range : MultipleStyle2(12, 3, 4, 0))
-        EXPECT_EQ(range, (SRange{0, 0}));
-}
-
 // ---- colour several times, style 1
 
 TEST(CutTableSmooth3Groups, TwoHardZonesStandInFrontOfTheRamp)
@@ -303,7 +112,7 @@ TEST(CutTableSmooth3Groups, EveryGroupTilesTheScaleAndTheRampItsLevel)
         for (int times = 1; times <= passes + 1; ++times) {
             for (const int step : {1, 2, 3, 7}) {
                 for (const int extra : {0, 1, step, 2 * step + 1}) {
-                    for (const int percent : LEVEL_PERCENTS) {
+                    for (const int percent : SMOOTH_3_LEVEL_PERCENTS) {
                         const int n = passes * step + extra;
                         SCOPED_TRACE(testing::Message()
                                      << passes << " passes, " << times << " times, step " << step << ", " << n

@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
@@ -136,6 +135,12 @@ TEST(SlidingRamp, PrintsNothingAtLevelZeroAndWritesNothingWithoutRows)
     for (const SRange& range : Ramp(10, 3, 0))
         EXPECT_EQ(range, (SRange{0, 0}));
     EXPECT_TRUE(Ramp(0, 0, 65535).empty());
+}
+
+TEST(SlidingRamp, PrintsNothingWithoutAStep)
+{
+    for (const SRange& range : Ramp(7, 0, 65535)) // no row but itself to meet: both its bounds are one
+        EXPECT_EQ(range.lower, range.upper);
 }
 
 TEST(SlidingRamp, HoldsForHeadsOfThousandsOfRows)

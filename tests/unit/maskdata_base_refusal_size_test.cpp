@@ -1,0 +1,188 @@
+#include "dotweave/maskdata_base.h"
+
+#include "logcapture.h"
+#include "maskparams.h"
+#include "peek.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Records = std::vector<SLogRecord>;
+
+constexpr char UNIT[] = "maskdata_base";
+constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";
+constexpr int MOST = std::numeric_limits<int>::max();
+constexpr int LEAST = std::numeric_limits<int>::min();
+
+/// The record of a set-up step that fails.
+SLogRecord StepFailure(const std::string& step, unsigned int line = LINE_ANY)
+{
+    return Failure(UNIT, "bool __cdecl CMaskData_Base::" + step + "(void)", line);
+}
+
+SLogRecord CreateFailure(unsigned int line)
+{
+    return Failure(UNIT, SCOPE_CREATE, line);
+}
+
+/// What a creation that must fail logs.
+Records RefusalOf(const SMaskParam& param)
+{
+    const CLogCapture log;
+    CMaskData_Base mask;
+    EXPECT_FALSE(mask.Create(param)) << param;
+    return log.Records();
+}
+
+constexpr int ALL_PROFILES[] = {FeatherNozzle_Smooth_2, FeatherNozzle_Smooth_3, FeatherNozzle_Smooth_3_Sine};
+
+/// A mask object that stands behind its search for a matrix height.
+struct SSizes {
+    int maskHeight, positions, lineBytes, xResPass, yResPass, colorCount, matrixHeight;
+};
+
+bool IsSizeAccepted(const SSizes& sizes)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    peek.BaseMaskWidth() = 544;
+    peek.BaseMaskHeight() = sizes.matrixHeight;
+    peek.MaskHeight_NoneRes() = sizes.maskHeight;
+    peek.PositionCount() = sizes.positions;
+    peek.MaskLineBytes() = sizes.lineBytes;
+    peek.Current().xResPass = sizes.xResPass;
+    peek.Current().yResPass = sizes.yResPass;
+    peek.Current().colorCount = sizes.colorCount;
+    return peek.MaskSize_CanBeBuilt();
+}
+
+} // namespace
+
+TEST(MaskDataBaseRefusalSize, MaskLinesOfMoreBitsThanThirtyTwoBitsCount)
+{
+    // 544 * 3947580 + 7 = 2147483527; one X pass more is 544 bits too many. With 2 bits: 1088 * 1973790.
+    struct SCase {
+        int bitsPerPixel, xResPass;
+    };
+    for (const SCase& c : {SCase{1, 3947580}, SCase{2, 1973790}}) {
+        SMaskParam param = MaskParam_Plain();
+        param.bitsPerPixel = c.bitsPerPixel;
+        param.xResPass = c.xResPass; // the line fits; then 544 rows are too few for so many passes
+        EXPECT_EQ(RefusalOf(param),
+                  Records({StepFailure("InitNoneRes_FeatherNone", 237), CreateFailure(117)}));
+        param.xResPass = c.xResPass + 1;
+        EXPECT_EQ(RefusalOf(param), Records({CreateFailure(85)}));
+        param.xResPass = MOST;
+        EXPECT_EQ(RefusalOf(param), Records({CreateFailure(85)}));
+    }
+}
+
+TEST(MaskDataBaseRefusalSize, OnePositionOfMoreThanThirtyTwoBits)
+{
+    // 68 * 31580641 = 2147483588 bytes fit, and it is the next limit that refuses them.
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 31580641;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
+    param.nozzleCount = 31580642;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(117)}));
+    param.nozzleCount = MOST;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(117)}));
+    // 8 Y passes: 68 * 8 * 3947576 = 2147481344 bytes of 3947576 rows, a multiple of 8; 8 rows more do not
+    // fit.
+    param.yResPass = 8;
+    param.nozzleCount = 3947576;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
+    param.nozzleCount = 3947584;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(117)}));
+    // And by 46341 Y passes the lines alone do not fit: 46341 squared is 2147488281.
+    param.yResPass = 46341;
+    param.nozzleCount = 46341;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(117)}));
+}
+
+TEST(MaskDataBaseRefusalSize, OneColorOfMoreThanThirtyTwoBits)
+{
+    // 17 positions of 68 bytes: 1156 * 1857684 = 2147482704; a row more is 2147483860.
+    EXPECT_TRUE(IsSizeAccepted({1857684, 17, 68, 1, 1, 1, 544}));
+    EXPECT_FALSE(IsSizeAccepted({1857685, 17, 68, 1, 1, 1, 544}));
+    EXPECT_TRUE(IsSizeAccepted({928842, 17, 68, 1, 2, 1, 544}));
+    EXPECT_FALSE(IsSizeAccepted({928843, 17, 68, 1, 2, 1, 544}));
+    EXPECT_FALSE(IsSizeAccepted({31580641, MOST, 68, 1, 1, 1, 544}));
+}
+
+TEST(MaskDataBaseRefusalSize, AllColorsOfMoreThanThirtyTwoBits)
+{
+    // 5440 rows of 272 bytes are 1479680; 1451 colours are 2147015680, one more is 2148495360.
+    EXPECT_TRUE(IsSizeAccepted({5440, 1, 272, 2, 1, 1451, 544}));
+    EXPECT_FALSE(IsSizeAccepted({5440, 1, 272, 2, 1, 1452, 544}));
+    EXPECT_FALSE(IsSizeAccepted({5440, 1, 272, 2, 1, MOST, 544}));
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 5440;
+    param.xResPass = 2;
+    param.bitsPerPixel = 2;
+    param.colorCount = 1452;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
+    param.colorCount = MOST;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
+}
+
+TEST(MaskDataBaseRefusalSize, ThresholdPlanesOfMoreThanThirtyTwoBits)
+{
+    // A plane of 544 * 544 cells is 591872 bytes; 3628 are 2147311616, one more is 2147903488.
+    EXPECT_TRUE(IsSizeAccepted({136, 4, 68, 1, 1, 3628, 544}));
+    EXPECT_FALSE(IsSizeAccepted({136, 4, 68, 1, 1, 3629, 544}));
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 136;
+    param.colorCount = 3629;
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
+    // Lower matrices allow more: 273 rows are 297024 bytes, and 7230 planes 2147483520.
+    EXPECT_TRUE(IsSizeAccepted({1, 273, 68, 1, 1, 7230, 273}));
+    EXPECT_FALSE(IsSizeAccepted({1, 273, 68, 1, 1, 7231, 273}));
+}
+
+TEST(MaskDataBaseRefusalSize, WorkingBlocksOfMoreThanThirtyTwoBits)
+{
+    // 544 * 3947580 = 2147483520 bytes before packing.
+    EXPECT_TRUE(IsSizeAccepted({3947580, 1, 68, 1, 1, 1, 544}));
+    EXPECT_FALSE(IsSizeAccepted({3947581, 1, 68, 1, 1, 1, 544}));
+    EXPECT_TRUE(IsSizeAccepted({1973790, 1, 136, 2, 1, 1, 544}));
+    EXPECT_FALSE(IsSizeAccepted({1973791, 1, 136, 2, 1, 1, 544}));
+}
+
+TEST(MaskDataBaseRefusalSize, MatricesAndPositionsThatTheSearchDidNotFind)
+{
+    EXPECT_TRUE(IsSizeAccepted({136, 4, 68, 1, 1, 1, 544}));
+    EXPECT_FALSE(IsSizeAccepted({136, 0, 68, 1, 1, 1, 544}));
+    EXPECT_FALSE(IsSizeAccepted({136, 4, 68, 1, 1, 1, -1}));
+    EXPECT_FALSE(IsSizeAccepted({136, 4, 68, 1, 1, 1, 0}));
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 15790321; // prime: no height repeats within 32 bits
+    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
+}
+
+TEST(MaskDataBaseRefusalSize, LongestHeadInEveryProfileOverflowsNothing)
+{
+    for (const int passes : {1, 2, 3, 46341, MOST / 2, MOST / 2 + 1, MOST - 1, MOST}) {
+        for (const int rows : {MOST, MOST - 1, MOST / 2, LEAST}) {
+            for (const int times : {1, passes}) {
+                SMaskParam hard = MaskParam_Plain();
+                hard.nozzleCount = rows;
+                hard.basePass = passes;
+                hard.colorTimes = times;
+                EXPECT_FALSE(RefusalOf(hard).empty());
+                for (const int type : ALL_PROFILES) {
+                    for (const float percent : {0.0F, 50.0F, 100.0F}) {
+                        SMaskParam param = MaskParam_Feathered(type, rows, passes, percent);
+                        param.colorTimes = times;
+                        EXPECT_FALSE(RefusalOf(param).empty());
+                    }
+                }
+            }
+        }
+    }
+}

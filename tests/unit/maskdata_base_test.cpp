@@ -1,0 +1,274 @@
+#include "dotweave/maskdata_base.h"
+
+#include "logcapture.h"
+#include "maskparams.h"
+#include "peek.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// 544 rows in 4 passes of 2 x 2 resolution passes, 3 colours, 2 bits: step 136, 4 positions.
+SMaskParam MaskParam_FourPositions()
+{
+    SMaskParam param = MaskParam_Plain();
+    param.basePass = 4;
+    param.xResPass = param.yResPass = 2;
+    param.colorCount = 3;
+    param.bitsPerPixel = 2;
+    return param;
+}
+
+/// 128 rows in 1 pass repeat after 17 positions.
+SMaskParam MaskParam_SeventeenPositions()
+{
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 128;
+    return param;
+}
+
+/// The members as bytes, without the pointer to the virtual table.
+std::vector<unsigned char> MemberBytes(const CMaskData_Base& mask)
+{
+    std::vector<unsigned char> bytes(sizeof mask - sizeof(void*));
+    std::memcpy(bytes.data(), reinterpret_cast<const unsigned char*>(&mask) + sizeof(void*), bytes.size());
+    return bytes;
+}
+
+} // namespace
+
+TEST(MaskDataBase, IsAllZeroWhenConstructedOnDirtyMemory)
+{
+    alignas(CMaskData_Base) std::array<unsigned char, sizeof(CMaskData_Base)> storage = {};
+    storage.fill(0xA5);
+    auto* mask = new (storage.data()) CMaskData_Base;
+    EXPECT_EQ(MemberBytes(*mask), std::vector<unsigned char>(sizeof(CMaskData_Base) - sizeof(void*), 0));
+    mask->~CMaskData_Base();
+}
+
+TEST(MaskDataBase, EveryAccessorOfAFreshObjectIsZero)
+{
+    const CMaskData_Base mask;
+    const SMaskParam zero = {};
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(zero));
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(zero));
+    EXPECT_EQ(mask.BasePass(), 0);
+    EXPECT_EQ(mask.XResPass(), 0);
+    EXPECT_EQ(mask.YResPass(), 0);
+    EXPECT_EQ(mask.BitsPerPixel(), 0);
+    EXPECT_EQ(mask.MaskWidth(), 0);
+    EXPECT_EQ(mask.MaskHeight_IncludeRes(), 0);
+    EXPECT_EQ(mask.StepHeight_IncludeRes(), 0);
+    EXPECT_EQ(mask.RealStepHeight_IncludeRes(), 0);
+    EXPECT_EQ(mask.LeadBlankHeight_IncludeRes(), 0);
+    EXPECT_EQ(mask.XResStep(), nullptr);
+    EXPECT_EQ(mask.YResStep(), nullptr);
+    EXPECT_EQ(mask.MaskLineBytes_OneColor(), 0);
+    EXPECT_EQ(mask.MaskBytes_OnePosition(), 0);
+    EXPECT_EQ(mask.MaskBytes_OneColor(), 0);
+    EXPECT_EQ(mask.SplitCount_XRes_Get(), 1);
+    EXPECT_EQ(mask.SplitCount_YRes_Get(), 1);
+}
+
+TEST(MaskDataBase, MembersStandInTheAgreedOrderWithoutGaps)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    struct SMember {
+        const void* address;
+        std::size_t size;
+    };
+    const std::vector<SMember> members = {
+        {&mask.MaskParam_Input(), 48},        {&mask.MaskParam_Current(), 48},
+        {&peek.MaskLineBytes(), 4},           {&peek.LeadBlankHeight(), 4},
+        {&peek.LeadBlankHeight_NoneRes(), 4}, {&peek.PositionCount(), 4},
+        {&peek.XResStep(), sizeof(int*)},     {&peek.YResStep(), sizeof(int*)},
+        {&peek.MaskBlock(), sizeof(int*)},    {&peek.MaskHeight(), 4},
+        {&peek.MaskHeight_NoneRes(), 4},      {&peek.MaskWidth(), 4},
+        {&peek.StepHeight_NoneRes(), 4},      {&peek.StepHeight(), 4},
+        {&peek.RealStepHeight(), 4},          {&peek.BaseMaskHeight(), 4},
+        {&peek.BaseMaskWidth(), 4},           {&peek.Smooth2PassHeight(), 4},
+        {&peek.Smooth2PassHeightTotal(), 4},  {&peek.Smooth2FeatherHeightTotal(), 4},
+        {&peek.Smooth2FeatherHeight(), 4}};
+    std::size_t offset = sizeof(void*); // no base class: only the virtual table stands in front
+    for (std::size_t i = 0; i < members.size(); ++i) {
+        EXPECT_EQ(static_cast<const char*>(members[i].address) - reinterpret_cast<const char*>(&mask),
+                  static_cast<std::ptrdiff_t>(offset))
+            << "member " << i;
+        offset += members[i].size;
+    }
+    EXPECT_EQ(offset, sizeof mask);
+}
+
+TEST(MaskDataBase, AccessorsOfAWorkedMode)
+{
+    const SMaskParam param = MaskParam_FourPositions();
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param));
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(param));
+    EXPECT_EQ(mask.BasePass(), 4);
+    EXPECT_EQ(mask.XResPass(), 2);
+    EXPECT_EQ(mask.YResPass(), 2);
+    EXPECT_EQ(mask.BitsPerPixel(), 2);
+    EXPECT_EQ(mask.MaskWidth(), 1088);
+    EXPECT_EQ(mask.MaskHeight_IncludeRes(), 1088);
+    EXPECT_EQ(mask.StepHeight_IncludeRes(), 272);
+    EXPECT_EQ(mask.RealStepHeight_IncludeRes(), 68);
+    EXPECT_EQ(mask.LeadBlankHeight_IncludeRes(), 1020);
+    EXPECT_EQ(mask.XResStep()[0], 0);
+    EXPECT_EQ(mask.XResStep()[1], 68);
+    EXPECT_EQ(mask.YResStep()[0], 0);
+    EXPECT_EQ(mask.YResStep()[1], 136);
+    EXPECT_EQ(mask.MaskLineBytes_OneColor(), 272);    // 544 * 2 * 2 bits
+    EXPECT_EQ(mask.MaskBytes_OnePosition(), 295936);  // 1088 lines
+    EXPECT_EQ(mask.MaskBytes_OneColor(), 4 * 295936); // 4 positions
+    EXPECT_EQ(mask.SplitCount_XRes_Get(), 1);
+    EXPECT_EQ(mask.SplitCount_YRes_Get(), 1);
+    CMaskBlock& block = *SMaskData_Base_Peek{mask}.MaskBlock();
+    EXPECT_EQ(block.MaskDataBytesCount(), 3 * 4 * 295936);
+}
+
+TEST(MaskDataBase, BlockHoldsOneColorsBytesForEveryColor)
+{
+    for (int colors = 1; colors <= 5; ++colors) {
+        for (int bits = 1; bits <= 2; ++bits) {
+            SMaskParam param = MaskParam_Feathered(FeatherNozzle_Smooth_3, 60, 2, 30.0F);
+            param.colorCount = colors;
+            param.bitsPerPixel = bits;
+            param.xResPass = 3;
+            param.yResPass = 2;
+            CMaskData_Base mask;
+            ASSERT_TRUE(mask.Create(param)) << param;
+            EXPECT_EQ(mask.MaskBytes_OneColor() * colors,
+                      SMaskData_Base_Peek{mask}.MaskBlock()->MaskDataBytesCount());
+            EXPECT_EQ(mask.MaskBytes_OnePosition(),
+                      mask.MaskHeight_IncludeRes() * mask.MaskLineBytes_OneColor());
+            EXPECT_EQ(mask.MaskLineBytes_OneColor(), 204 * bits);
+        }
+    }
+}
+
+TEST(MaskDataBase, CallersThatStartAtMinusOneWalkAllPositionsInTurn)
+{
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
+    const std::uint8_t* const first = SMaskData_Base_Peek{mask}.MaskBlock()->MaskData_Const();
+    for (int color = 0; color < 3; ++color) {
+        int position = -1;
+        for (int call = 0; call < 10; ++call) {
+            const std::uint8_t* const bytes = mask.MaskData_Get(color, position);
+            EXPECT_EQ(position, call % 4);
+            EXPECT_EQ(bytes - first, color * 4 * 295936 + call % 4 * 295936);
+        }
+    }
+}
+
+TEST(MaskDataBase, PositionsWrapWhereverTheCounterStood)
+{
+    constexpr int MOST = std::numeric_limits<int>::max();
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(MaskParam_SeventeenPositions()));
+    const std::uint8_t* const first = SMaskData_Base_Peek{mask}.MaskBlock()->MaskData_Const();
+    const std::vector<std::pair<int, int>> cases = {
+        {-5, 0},      {-1, 0},  {std::numeric_limits<int>::min(), 0},
+        {0, 1},       {15, 16}, {16, 0},
+        {17, 1},      {18, 2},  {100, 16},
+        {MOST, 9}, // 2147483648 = 17 * 126322567 + 9
+        {MOST - 1, 8}};
+    for (const auto& [before, after] : cases) {
+        int position = before;
+        const std::uint8_t* const bytes = mask.MaskData_Get(0, position);
+        EXPECT_EQ(position, after) << "after " << before;
+        EXPECT_EQ(bytes - first, after * 128 * 68) << "after " << before;
+    }
+}
+
+TEST(MaskDataBase, ColorsBeyondTheLastGiveNothingAndLeaveThePosition)
+{
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
+    for (const int color : {3, 4, std::numeric_limits<int>::max()}) {
+        for (const int before : {-5, 0, 3, std::numeric_limits<int>::max()}) {
+            int position = before;
+            EXPECT_EQ(mask.MaskData_Get(color, position), nullptr);
+            EXPECT_EQ(position, before);
+        }
+    }
+}
+
+TEST(MaskDataBase, NegativeColorsAreNotChecked)
+{
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
+    int position = 1;
+    const auto bytes = reinterpret_cast<std::uintptr_t>(mask.MaskData_Get(-1, position));
+    EXPECT_EQ(position, 2);
+    const auto first =
+        reinterpret_cast<std::uintptr_t>(SMaskData_Base_Peek{mask}.MaskBlock()->MaskData_Const());
+    EXPECT_EQ(first - bytes, 4U * 295936U - 2U * 295936U);
+}
+
+TEST(MaskDataBase, ASinglePositionIsHandedOutForEver)
+{
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(MaskParam_Plain())); // 544 rows in steps of 544
+    int position = -1;
+    const std::uint8_t* const bytes = mask.MaskData_Get(0, position);
+    EXPECT_EQ(position, 0);
+    for (const int before : {0, 1, 77, -3, std::numeric_limits<int>::max()}) {
+        position = before;
+        EXPECT_EQ(mask.MaskData_Get(0, position), bytes);
+        EXPECT_EQ(position, 0);
+    }
+}
+
+TEST(MaskDataBase, ManyThreadsReadACreatedObjectAtOnce)
+{
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
+    const CMaskData_Base& shared = mask;
+    std::vector<std::uint64_t> expected;
+    for (int color = 0; color < 3; ++color) {
+        int position = -1;
+        const std::uint8_t* const bytes = shared.MaskData_Get(color, position);
+        std::uint64_t sum = 0;
+        for (int i = 0; i < shared.MaskBytes_OneColor(); ++i)
+            sum += bytes[i];
+        expected.push_back(sum);
+    }
+    std::atomic<int> wrong = 0;
+    const auto read = [&](int color) {
+        std::uint64_t sum = 0;
+        int position = -1;
+        for (int step = 0; step < 4; ++step) {
+            const std::uint8_t* const bytes = shared.MaskData_Get(color, position);
+            wrong += position == step ? 0 : 1;
+            for (int i = 0; i < shared.MaskBytes_OnePosition(); ++i)
+                sum += bytes[i];
+        }
+        const bool isSame = sum == expected[static_cast<std::size_t>(color)] && shared.XResStep()[1] == 68 &&
+                            shared.YResStep()[1] == 136 && shared.MaskParam_Input().basePass == 4 &&
+                            shared.MaskParam_Current().basePass == 4 && shared.SplitCount_XRes_Get() == 1 &&
+                            shared.LeadBlankHeight_IncludeRes() == 1020 && shared.MaskWidth() == 1088;
+        wrong += isSame ? 0 : 1;
+    };
+    std::vector<std::thread> threads;
+    threads.reserve(8);
+    for (int i = 0; i < 8; ++i)
+        threads.emplace_back(read, i % 3);
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
+}

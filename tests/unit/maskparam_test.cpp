@@ -1,0 +1,240 @@
+#include "dotweave/maskparam.h"
+
+#include "dotweave/maskdata_base.h"
+#include "logcapture.h"
+#include "maskparams.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+/// Parts that a split makes of the resolution passes, as agreed with the hosts.
+struct SSplitCase {
+    int resSplitType, xParts, yParts;
+};
+
+constexpr std::array<SSplitCase, 11> SPLIT_CASES = {{{0, 1, 1},
+                                                     {1, 2, 1},
+                                                     {2, 1, 2},
+                                                     {3, 1, 3},
+                                                     {4, 1, 4},
+                                                     {5, 2, 2},
+                                                     {6, 1, 1},
+                                                     {-1, 1, 1},
+                                                     {100, 1, 1},
+                                                     {std::numeric_limits<int>::max(), 1, 1},
+                                                     {std::numeric_limits<int>::min(), 1, 1}}};
+
+/// A record whose creation ends right behind the split: the feather mode does not exist.
+SMaskParam MaskParam_UpToTheSplit(int resSplitType, int xResPass, int yResPass)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.featherMode = 2;
+    param.resSplitType = resSplitType;
+    param.xResPass = xResPass;
+    param.yResPass = yResPass;
+    return param;
+}
+
+} // namespace
+
+TEST(MaskParam, IsFortyEightBytesOfTwelveFieldsInTheAgreedOrder)
+{
+    ASSERT_EQ(sizeof(SMaskParam), 48U);
+    std::array<std::int32_t, 12> words = {};
+    for (std::size_t i = 0; i < words.size(); ++i)
+        words.at(i) = static_cast<std::int32_t>(i + 1) * 1000;
+    const auto param = std::bit_cast<SMaskParam>(words);
+    EXPECT_EQ(param.nozzleCount, 1000);
+    EXPECT_EQ(param.basePass, 2000);
+    EXPECT_EQ(param.xResPass, 3000);
+    EXPECT_EQ(param.yResPass, 4000);
+    EXPECT_EQ(param.colorCount, 5000);
+    EXPECT_EQ(param.bitsPerPixel, 6000);
+    EXPECT_EQ(param.featherMode, 7000);
+    EXPECT_EQ(std::bit_cast<std::int32_t>(param.featherPercent), 8000);
+    EXPECT_EQ(param.featherNozzleType, 9000);
+    EXPECT_EQ(param.colorTimes, 10000);
+    EXPECT_EQ(param.featherLevelPercent, 11000);
+    EXPECT_EQ(param.resSplitType, 12000);
+}
+
+TEST(MaskParam, HasElevenSignedIntegersAndOneSingleFloat)
+{
+    static_assert(std::is_same_v<decltype(SMaskParam::nozzleCount), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::basePass), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::xResPass), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::yResPass), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::colorCount), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::bitsPerPixel), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::featherMode), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::featherPercent), float> && sizeof(float) == 4);
+    static_assert(std::is_same_v<decltype(SMaskParam::featherNozzleType), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::colorTimes), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::featherLevelPercent), std::int32_t>);
+    static_assert(std::is_same_v<decltype(SMaskParam::resSplitType), std::int32_t>);
+    // Every byte counts in the cache: none may belong to a gap, and copies must not touch any.
+    static_assert(std::is_trivially_copyable_v<SMaskParam> && !std::is_polymorphic_v<SMaskParam> &&
+                  std::is_trivially_default_constructible_v<SMaskParam> && std::is_aggregate_v<SMaskParam>);
+    SMaskParam param = {};
+    std::memset(&param, 0xFF, sizeof param);
+    param.nozzleCount = param.basePass = param.xResPass = param.yResPass = param.colorCount = 0;
+    param.bitsPerPixel = param.featherMode = param.featherNozzleType = param.colorTimes = 0;
+    param.featherLevelPercent = param.resSplitType = 0;
+    param.featherPercent = 0.0F;
+    EXPECT_EQ(MaskParam_Bytes(param), (std::array<unsigned char, 48>{}));
+}
+
+TEST(MaskParam, EnumeratorsHaveTheValuesThatHostsStore)
+{
+    EXPECT_EQ(FeatherMode_None, 0);
+    EXPECT_EQ(FeatherMode_Nozzle, 1);
+    EXPECT_EQ(FeatherNozzle_Smooth_2, 1);
+    EXPECT_EQ(FeatherNozzle_Smooth_3, 2);
+    EXPECT_EQ(FeatherNozzle_Smooth_3_Sine, 3);
+    EXPECT_EQ(FeatherNozzle_Reserved, 4);
+    EXPECT_EQ(ResSplit_None, 0);
+    EXPECT_EQ(ResSplit_X2, 1);
+    EXPECT_EQ(ResSplit_Y2, 2);
+    EXPECT_EQ(ResSplit_Y3, 3);
+    EXPECT_EQ(ResSplit_Y4, 4);
+    EXPECT_EQ(ResSplit_X2Y2, 5);
+}
+
+TEST(MaskParam, SplitDividesTheCurrentCopyAndDropsTheRemainder)
+{
+    const CLogCapture quiet;
+    for (const SSplitCase& split : SPLIT_CASES) {
+        for (int x = 1; x <= 9; ++x) {
+            for (int y = 1; y <= 9; ++y) {
+                const SMaskParam param = MaskParam_UpToTheSplit(split.resSplitType, x, y);
+                SCOPED_TRACE(testing::Message() << param);
+                CMaskData_Base mask;
+                EXPECT_FALSE(mask.Create(param));
+                EXPECT_EQ(mask.SplitCount_XRes_Get(), split.xParts);
+                EXPECT_EQ(mask.SplitCount_YRes_Get(), split.yParts);
+                EXPECT_EQ(mask.XResPass(), x / split.xParts);
+                EXPECT_EQ(mask.YResPass(), y / split.yParts);
+                EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
+                // Nothing else of the current copy may differ.
+                SMaskParam rest = mask.MaskParam_Current();
+                rest.xResPass = x;
+                rest.yResPass = y;
+                EXPECT_EQ(MaskParam_Bytes(rest), MaskParam_Bytes(param));
+            }
+        }
+    }
+}
+
+TEST(MaskParam, SplitTruncatesTowardZero)
+{
+    const CLogCapture quiet;
+    CMaskData_Base mask;
+    EXPECT_FALSE(mask.Create(MaskParam_UpToTheSplit(ResSplit_X2Y2, -3, -5)));
+    EXPECT_EQ(mask.XResPass(), -1);
+    EXPECT_EQ(mask.YResPass(), -2);
+}
+
+TEST(MaskParam, SplitMayLeaveNoPass)
+{
+    const CLogCapture quiet;
+    CMaskData_Base mask;
+    EXPECT_FALSE(mask.Create(MaskParam_UpToTheSplit(ResSplit_Y3, 1, 2)));
+    EXPECT_EQ(mask.YResPass(), 0);
+}
+
+TEST(MaskParam, EveryPlainSplitCanBeBuilt)
+{
+    for (const SSplitCase& split : SPLIT_CASES) {
+        SMaskParam param = MaskParam_Plain();
+        param.nozzleCount = 24;
+        param.xResPass = 2;
+        param.yResPass = 12;
+        param.resSplitType = split.resSplitType;
+        SCOPED_TRACE(testing::Message() << param);
+        const CLogCapture log;
+        CMaskData_Base mask;
+        ASSERT_TRUE(mask.Create(param));
+        EXPECT_EQ(log.Records(), std::vector<SLogRecord>());
+        EXPECT_EQ(mask.XResPass(), 2 / split.xParts);
+        EXPECT_EQ(mask.YResPass(), 12 / split.yParts);
+        EXPECT_EQ(mask.MaskParam_Input().xResPass, 2);
+        EXPECT_EQ(mask.MaskParam_Input().yResPass, 12);
+        EXPECT_EQ(mask.MaskWidth(), 544 * 2 / split.xParts);
+        EXPECT_EQ(mask.MaskHeight_IncludeRes(), 24 * 12 / split.yParts);
+    }
+}
+
+TEST(MaskParam, FivePassesInTwoPartsAreTwo)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.yResPass = 5;
+    param.resSplitType = ResSplit_Y2;
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param));
+    EXPECT_EQ(mask.MaskParam_Current().yResPass, 2);
+    EXPECT_EQ(mask.MaskParam_Input().yResPass, 5);
+}
+
+TEST(MaskParam, RowsLeftOverSwitchTheCurrentCopyToSmooth2Alone)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.basePass = 3; // 544 rows leave one over
+    param.featherNozzleType = FeatherNozzle_Smooth_3;
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param));
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
+    EXPECT_EQ(mask.MaskParam_Current().featherMode, 1);
+    EXPECT_EQ(mask.MaskParam_Current().featherNozzleType, 1);
+    SMaskParam rest = mask.MaskParam_Current();
+    rest.featherMode = param.featherMode;
+    rest.featherNozzleType = param.featherNozzleType;
+    EXPECT_EQ(MaskParam_Bytes(rest), MaskParam_Bytes(param));
+}
+
+TEST(MaskParam, RowsThatDivideLeaveTheCurrentCopyAlone)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.basePass = 4;
+    param.featherNozzleType = FeatherNozzle_Smooth_3;
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param));
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(param));
+}
+
+TEST(MaskParam, BothCopiesKeepTheBitsOfARefusedRecord)
+{
+    const CLogCapture quiet;
+    for (const std::uint32_t bits : {0x80000000U, 0x7FC00001U, 0x7F800000U, 0xFFFFFFFFU}) {
+        SMaskParam param = MaskParam_Plain();
+        param.featherPercent = std::bit_cast<float>(bits);
+        param.colorTimes = 0;
+        CMaskData_Base mask;
+        EXPECT_FALSE(mask.Create(param));
+        EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
+        EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(param));
+    }
+}
+
+TEST(MaskParam, IsCopiedByCreateAndNotKept)
+{
+    SMaskParam param = MaskParam_Plain();
+    const SMaskParam before = param;
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param));
+    EXPECT_EQ(MaskParam_Bytes(param), MaskParam_Bytes(before));
+    std::memset(&param, 0x7F, sizeof param);
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(before));
+    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(before));
+    EXPECT_NE(static_cast<const void*>(&mask.MaskParam_Input()), static_cast<const void*>(&param));
+}
