@@ -1,0 +1,531 @@
+#include "maskdatagenerator_sub.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "../support/generatorjob.h"
+#include "../support/logcapture.h"
+#include "../support/peek.h"
+#include "../support/plainmask.h"
+#include "../support/refusedrequest.h"
+
+namespace {
+
+constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
+constexpr char UNIT[] = "maskdatagenerator_sub";
+constexpr char SCOPE_CREATE[] =
+    "bool __cdecl CMaskDataGenerator_Sub::Create(const struct SMaskDataGenerate_Param *,class "
+    "CKelPtrQueueBuffer<struct SMaskDataGenerate_SubParam> *,const class CSineMask *)";
+constexpr char SCOPE_ONE_LOOP[] = "bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)";
+constexpr char SCOPE_COMPLETE[] = "bool __cdecl CMaskDataGenerator_Sub::CompleteOneSourceData(void)";
+
+using CItemBuffer = CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>;
+
+/// A worker without its thread: the test calls its steps.
+class CWorker {
+public:
+    explicit CWorker(const SPlainMask& mask, int poolSize = 12) : job(mask)
+    {
+        std::vector<SMaskDataGenerate_SubParam*> items;
+        for (int i = 0; i < poolSize; ++i)
+            items.push_back(new SMaskDataGenerate_SubParam{}); // the queues' from here on
+        buffer.Create(items, "pool");
+        if (mask.isSine) {
+            sine = std::make_unique<CSineMask>();
+            sine->Create(Plain_FeatherRows(mask.height, mask.step), mask.matrixColumns, mask.bits,
+                         SinMaskType_Stored);
+        }
+        peek.Inputs(&job.param, &buffer, sine.get());
+        peek.ProcessState() = 1;
+    }
+
+    void Work_Push(int color, int position, int splitIndex_YRes)
+    {
+        SMaskDataGenerate_SubParam* item = nullptr;
+        ASSERT_TRUE(buffer.m_queue_Free->TryPop(item));
+        *item = {color, position, splitIndex_YRes};
+        ASSERT_TRUE(buffer.m_queue_Work->TryPush(item));
+    }
+
+    /// Runs whole steps until the worker is in this state.
+    void RunTo(int state)
+    {
+        for (int loop = 0; peek.ProcessState() != state && loop < 10; ++loop)
+            ASSERT_TRUE(peek.OneLoop());
+        ASSERT_EQ(peek.ProcessState(), state);
+    }
+
+    /// The dots of a block as 0 and 1. @return nothing when a byte is neither clear nor a full dot
+    CPlainDots Dots(int blockIndex)
+    {
+        const CMaskBlock& block = peek.Blocks()[blockIndex];
+        CPlainDots dots;
+        for (int i = 0; i < block.MaskDataBytesCount(); ++i) {
+            const int byte = block.MaskData_Const()[i];
+            if (byte != 0 && byte != (1 << job.mask.bits) - 1)
+                return {};
+            dots.push_back(byte == 0 ? 0 : 1);
+        }
+        return dots;
+    }
+
+    SGeneratorJob job;
+    CItemBuffer buffer;
+    std::unique_ptr<CSineMask> sine;
+    CMaskDataGenerator_Sub worker;
+    SMaskDataGenerator_Sub_Peek peek{worker};
+};
+
+/// A thread that has been stopped never starts.
+bool HasBeenStopped(CMaskDataGenerator_Sub& worker)
+{
+    return !worker.Start("stopped");
+}
+
+/// Small odd numbers: everything wraps and nothing is aligned.
+SPlainMask PlainMask_Small(int xRes, int yRes, int bits)
+{
+    SPlainMask mask = PlainMask_Sliding(7, 3);
+    mask.matrixColumns = 13;
+    mask.matrixRows = 5;
+    mask.colorCount = 3;
+    mask.positionCount = 4;
+    mask.xRes = xRes;
+    mask.yRes = yRes;
+    mask.bits = bits;
+    return mask;
+}
+
+TEST(MaskDataGeneratorSub, StateOneAllocatesAZeroedBlockPerXResolutionPass)
+{
+    CWorker worker(PlainMask_Small(3, 2, 1));
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 2);
+    ASSERT_NE(worker.peek.Blocks(), nullptr);
+    for (int j = 0; j < 3; ++j) {
+        EXPECT_EQ(worker.peek.Blocks()[j].Width(), 13);
+        EXPECT_EQ(worker.peek.Blocks()[j].Height(), 7);
+        EXPECT_EQ(worker.Dots(j), CPlainDots(7 * 13, 0));
+    }
+}
+
+TEST(MaskDataGeneratorSub, StateTwoTakesTheNextItem)
+{
+    CWorker worker(PlainMask_Small(1, 2, 1));
+    worker.RunTo(2);
+    worker.Work_Push(2, 3, 1);
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 3);
+    ASSERT_NE(worker.peek.SourceData(), nullptr);
+    EXPECT_EQ(worker.peek.SourceData()->color, 2);
+    EXPECT_EQ(worker.peek.SourceData()->position, 3);
+    EXPECT_EQ(worker.peek.SourceData()->splitIndex_YRes, 1);
+    EXPECT_EQ(worker.buffer.m_queue_Work->Count(), 0U);
+}
+
+TEST(MaskDataGeneratorSub, ANullItemLeavesTheWorkerWaiting)
+{
+    CWorker worker(PlainMask_Small(1, 1, 1));
+    worker.RunTo(2);
+    ASSERT_TRUE(worker.buffer.m_queue_Work->TryPush(nullptr));
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 2);
+    EXPECT_EQ(worker.buffer.m_queue_Work->Count(), 0U);
+    worker.Work_Push(0, 0, 0);
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 3);
+}
+
+TEST(MaskDataGeneratorSub, AnEmptyQueueDoesNotEndTheWorkerBeforeTheProducerHasFinished)
+{
+    CWorker worker(PlainMask_Small(1, 1, 1));
+    worker.RunTo(2);
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 2);
+    EXPECT_EQ(worker.peek.SourceData(), nullptr);
+    worker.Work_Push(0, 0, 0); // still at work
+    worker.RunTo(6);
+    worker.RunTo(2);
+    EXPECT_FALSE(HasBeenStopped(worker.worker)); // it starts, and so it has not been stopped
+    worker.buffer.m_queue_Work->AddFinished_Set();
+    EXPECT_TRUE(worker.worker.Wait_Exit(NO_LIMIT_MS));
+}
+
+TEST(MaskDataGeneratorSub, ItemsThatWaitWhenTheProducerHasFinishedAreStillDone)
+{
+    CWorker worker(PlainMask_Small(1, 1, 1));
+    worker.RunTo(2);
+    worker.Work_Push(0, 0, 0);
+    worker.Work_Push(0, 1, 0);
+    worker.buffer.m_queue_Work->AddFinished_Set();
+    for (int item = 0; item < 2; ++item) {
+        worker.RunTo(6);
+        worker.RunTo(2);
+    }
+    EXPECT_EQ(worker.buffer.m_queue_Free->Count(), 12U);
+    EXPECT_TRUE(worker.peek.OneLoop()); // now there is nothing left
+    EXPECT_EQ(worker.peek.ProcessState(), 2);
+    EXPECT_TRUE(HasBeenStopped(worker.worker));
+}
+
+TEST(MaskDataGeneratorSub, TakingTheLastItemWakesTheOthersThatWaitForTheEnd)
+{
+    CWorker worker(PlainMask_Small(1, 1, 1));
+    worker.RunTo(2);
+    worker.Work_Push(0, 0, 0);
+    worker.buffer.m_queue_Work->AddFinished_Set();
+    EXPECT_TRUE(worker.peek.OneLoop()); // takes the last item, which resets the event
+    EXPECT_EQ(worker.buffer.m_queue_Work->Count(), 0U);
+    EXPECT_TRUE(worker.buffer.m_queue_Work->NotEmpty_Test());
+}
+
+TEST(MaskDataGeneratorSub, AFinishedProducerAndAnEmptyQueueEndTheWorkerWithoutALogRecord)
+{
+    CWorker worker(PlainMask_Small(1, 1, 1));
+    worker.RunTo(2);
+    worker.buffer.m_queue_Work->AddFinished_Set();
+    const CLogCapture log;
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 2);
+    EXPECT_TRUE(HasBeenStopped(worker.worker));
+    EXPECT_TRUE(log.Records().empty());
+}
+
+TEST(MaskDataGeneratorSub, StateThreeCutsEveryBlockFromItsOwnRegion)
+{
+    for (int bits = 1; bits <= 2; ++bits) {
+        for (int xRes = 1; xRes <= 4; ++xRes) {
+            for (int yRes = 1; yRes <= 3; ++yRes) {
+                CWorker worker(PlainMask_Small(xRes, yRes, bits));
+                worker.RunTo(2);
+                // The second item finds the dots of the first in the blocks.
+                for (const int position : {0, 3}) {
+                    const int color = position == 0 ? 0 : 2;
+                    SCOPED_TRACE(testing::Message()
+                                 << bits << " bits, " << xRes << " x " << yRes << ", position " << position);
+                    worker.Work_Push(color, position, yRes - 1);
+                    worker.RunTo(3);
+                    EXPECT_TRUE(worker.peek.OneLoop());
+                    EXPECT_EQ(worker.peek.ProcessState(), 4);
+                    for (int k = 0; k < xRes; ++k)
+                        EXPECT_EQ(worker.Dots(k), Plain_Dots(worker.job.mask, color, position, yRes - 1, k));
+                    worker.RunTo(2);
+                }
+            }
+        }
+    }
+}
+
+TEST(MaskDataGeneratorSub, BoundsAreExclusiveBelowAndInclusiveAbove)
+{
+    SPlainMask mask = PlainMask_Small(1, 1, 1);
+    mask.positionCount = 1;
+    CWorker worker(mask);
+    std::uint16_t* plane = worker.job.planes.MaskData(0);
+    std::fill_n(plane, 13 * 5, std::uint16_t{0});
+    plane[0] = 100;
+    plane[1] = 101;
+    plane[2] = 200;
+    plane[3] = 201;
+    std::fill(worker.job.mask.table.begin(), worker.job.mask.table.end(), SCutTable{200, 100});
+    worker.RunTo(2);
+    worker.Work_Push(0, 0, 0);
+    worker.RunTo(4);
+    const CPlainDots dots = worker.Dots(0);
+    EXPECT_EQ(dots[0], 0);
+    EXPECT_EQ(dots[1], 1);
+    EXPECT_EQ(dots[2], 1);
+    EXPECT_EQ(dots[3], 0);
+    EXPECT_EQ(dots[5 * 13 + 2], 1); // row 5 is plane row 0 again
+    EXPECT_EQ(std::count(dots.begin(), dots.end(), 1), 4);
+}
+
+TEST(MaskDataGeneratorSub, WithoutASineMaskStateFourChangesNothing)
+{
+    CWorker worker(PlainMask_Small(2, 2, 1));
+    worker.RunTo(2);
+    worker.Work_Push(1, 1, 1);
+    worker.RunTo(4);
+    const CPlainDots before[] = {worker.Dots(0), worker.Dots(1)};
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 5);
+    EXPECT_EQ(worker.Dots(0), before[0]);
+    EXPECT_EQ(worker.Dots(1), before[1]);
+}
+
+TEST(MaskDataGeneratorSub, StateFourMovesTheDotsOutsideTheSineFromTheBottomToTheTop)
+{
+    struct SCase {
+        int height;
+        int step;
+        int width;
+    };
+    // Feather rows 12 of 132, a whole step, the whole band, odd numbers, and a mask without rows.
+    for (const SCase& c : {SCase{132, 120, 544}, SCase{48, 24, 100}, SCase{24, 24, 61}, SCase{37, 20, 544},
+                           SCase{21, 20, 544}, SCase{40, 20, 9}}) {
+        for (int bits = 1; bits <= 2; ++bits) {
+            SCOPED_TRACE(testing::Message() << c.height << " rows in steps of " << c.step << ", " << c.width
+                                            << " columns, " << bits << " bits");
+            SPlainMask mask = PlainMask_Sliding(c.height, c.step);
+            mask.matrixColumns = c.width;
+            mask.bits = bits;
+            mask.xRes = 2;
+            mask.isSine = true;
+            CWorker worker(mask);
+            worker.RunTo(2);
+            worker.Work_Push(0, 0, 0);
+            worker.RunTo(4);
+            CPlainDots expected[] = {worker.Dots(0), worker.Dots(1)};
+            for (CPlainDots& dots : expected)
+                Plain_MoveDots(dots, c.width, c.height, Plain_FeatherRows(c.height, c.step));
+            EXPECT_TRUE(worker.peek.OneLoop());
+            EXPECT_EQ(worker.peek.ProcessState(), 5);
+            EXPECT_EQ(worker.Dots(0), expected[0]);
+            EXPECT_EQ(worker.Dots(1), expected[1]);
+        }
+    }
+}
+
+TEST(MaskDataGeneratorSub, InTheFirstColumnOnlyTheFirstSineRowKeepsItsDots)
+{
+    // 40 feather rows, 544 columns: min(20, 54) = 20 sine rows, rows 20 to 39 of the top and 60 to 79 of the
+    // bottom. Column 0 is under the curve in its first row alone, column 272 in all of them.
+    SPlainMask mask = PlainMask_Sliding(80, 40);
+    mask.isSine = true;
+    CWorker worker(mask);
+    worker.RunTo(2);
+    worker.Work_Push(0, 0, 0);
+    worker.RunTo(4);
+    CMaskBlock& block = worker.peek.Blocks()[0];
+    block.ClearMaskData();
+    for (int y = 40; y < 80; ++y) {
+        block.MaskData()[y * 544] = 1;
+        block.MaskData()[y * 544 + 272] = 1;
+    }
+    EXPECT_TRUE(worker.peek.OneLoop());
+    for (int y = 0; y < 80; ++y) {
+        EXPECT_EQ(block.MaskData()[y * 544], (y >= 21 && y < 40) || (y >= 40 && y <= 60) ? 1 : 0) << y;
+        EXPECT_EQ(block.MaskData()[y * 544 + 272], y >= 40 ? 1 : 0) << y;
+    }
+}
+
+/// Fills the blocks by hand before they are packed. @return the bytes of the output's first line
+std::vector<unsigned int> FirstLine(int xRes, int bits, int columns,
+                                    const std::vector<int>& setColumnsOfBlock)
+{
+    SPlainMask mask = PlainMask_Sliding(1, 1);
+    mask.matrixColumns = columns;
+    mask.xRes = xRes;
+    mask.bits = bits;
+    CWorker worker(mask);
+    worker.RunTo(2);
+    worker.Work_Push(0, 0, 0);
+    worker.RunTo(5);
+    for (int k = 0; k < xRes; ++k) {
+        worker.peek.Blocks()[k].ClearMaskData();
+        const int column = setColumnsOfBlock[static_cast<std::size_t>(k)];
+        if (column >= 0)
+            worker.peek.Blocks()[k].MaskData()[column] = bits == 2 ? 3 : 1;
+    }
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 6);
+    const std::vector<std::uint8_t> bytes = worker.job.Bytes();
+    return {bytes.begin(), bytes.end()};
+}
+
+TEST(MaskDataGeneratorSub, StateFivePacksTwoBlocksOfOneBitAlternately)
+{
+    using CBytes = std::vector<unsigned int>;
+    EXPECT_EQ(FirstLine(2, 1, 4, {0, -1}), CBytes{0x80}); // x0 of block 0: bit 7
+    EXPECT_EQ(FirstLine(2, 1, 4, {-1, 0}), CBytes{0x40}); // x0 of block 1: bit 6
+    EXPECT_EQ(FirstLine(2, 1, 4, {1, -1}), CBytes{0x20}); // x1 of block 0: bit 5
+    EXPECT_EQ(FirstLine(2, 1, 4, {-1, 3}), CBytes{0x01}); // x3 of block 1: bit 0
+    EXPECT_EQ(FirstLine(2, 1, 5, {4, 0}), (CBytes{0x40, 0x80}));
+}
+
+TEST(MaskDataGeneratorSub, StateFivePacksFourDotsOfTwoBitsIntoAByte)
+{
+    using CBytes = std::vector<unsigned int>;
+    EXPECT_EQ(FirstLine(1, 2, 4, {0}), CBytes{0xC0});
+    EXPECT_EQ(FirstLine(1, 2, 4, {1}), CBytes{0x30});
+    EXPECT_EQ(FirstLine(1, 2, 4, {2}), CBytes{0x0C});
+    EXPECT_EQ(FirstLine(1, 2, 4, {3}), CBytes{0x03});
+    EXPECT_EQ(FirstLine(3, 2, 3, {0, 0, 1}), (CBytes{0xF0, 0x30, 0x00})); // dots 0, 1 and 5 of nine
+}
+
+TEST(MaskDataGeneratorSub, StateFiveWritesTheItemsOwnLinesAlone)
+{
+    SPlainMask mask = PlainMask_Small(2, 3, 1);
+    CWorker worker(mask);
+    std::fill(worker.job.mask.table.begin(), worker.job.mask.table.end(), SCutTable{65535, 0}); // all dots
+    std::fill_n(worker.job.planes.MaskData(1), 13 * 5, std::uint16_t{1});
+    worker.RunTo(2);
+    worker.Work_Push(1, 2, 1);
+    worker.RunTo(6);
+    const std::vector<std::uint8_t> bytes = worker.job.Bytes();
+    // 26 pixels: 4 bytes a line. Color 1, position 2, lines 1, 4, 7, ... of 21.
+    ASSERT_EQ(bytes.size(), 3U * 4U * 21U * 4U);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const std::size_t line = i / 4;
+        const bool isOwn = line / 21 == 1 * 4 + 2 && line % 21 % 3 == 1;
+        const unsigned int full = i % 4 == 3 ? 0xC0U : 0xFFU;
+        EXPECT_EQ(bytes[i], isOwn ? full : 0U) << i;
+    }
+}
+
+TEST(MaskDataGeneratorSub, AllItemsTogetherMakeThePlainBytes)
+{
+    for (int bits = 1; bits <= 2; ++bits) {
+        for (int xRes = 1; xRes <= 4; ++xRes) {
+            for (int yRes = 1; yRes <= 4; ++yRes) {
+                CWorker worker(PlainMask_Small(xRes, yRes, bits));
+                worker.RunTo(2);
+                for (int color = 2; color >= 0; --color) { // any order gives the same bytes
+                    for (int position = 0; position < 4; ++position) {
+                        for (int r = yRes - 1; r >= 0; --r) {
+                            worker.Work_Push(color, position, r);
+                            worker.RunTo(6);
+                            worker.RunTo(2);
+                        }
+                    }
+                }
+                EXPECT_EQ(worker.job.Bytes(), Plain_Bytes(worker.job.mask))
+                    << bits << " bits, " << xRes << " x " << yRes;
+            }
+        }
+    }
+}
+
+TEST(MaskDataGeneratorSub, StateSixHandsTheItemBack)
+{
+    CWorker worker(PlainMask_Small(1, 1, 1));
+    worker.RunTo(2);
+    worker.Work_Push(0, 0, 0);
+    worker.RunTo(6);
+    EXPECT_EQ(worker.buffer.m_queue_Free->Count(), 11U);
+    EXPECT_TRUE(worker.peek.OneLoop());
+    EXPECT_EQ(worker.peek.ProcessState(), 2);
+    EXPECT_EQ(worker.peek.SourceData(), nullptr);
+    EXPECT_EQ(worker.buffer.m_queue_Free->Count(), 12U);
+}
+
+TEST(MaskDataGeneratorSub, AFreeQueueThatTakesNothingBackStopsTheWorkerWhichThenFreesTheItem)
+{
+    CWorker worker(PlainMask_Small(1, 1, 1), 1);
+    worker.RunTo(2);
+    worker.Work_Push(0, 0, 0);
+    worker.RunTo(6);
+    ASSERT_TRUE(worker.buffer.m_queue_Free->TryPush(new SMaskDataGenerate_SubParam{})); // full now
+    const CLogCapture log;
+    EXPECT_FALSE(worker.peek.OneLoop());
+    EXPECT_EQ(log.Records(),
+              (std::vector<SLogRecord>{Failure(UNIT, SCOPE_COMPLETE),
+                                       {SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2, "m_processState = 6"}}));
+    EXPECT_NE(worker.peek.SourceData(), nullptr); // goes with the worker; the leak check would see it
+    EXPECT_TRUE(HasBeenStopped(worker.worker));
+}
+
+TEST(MaskDataGeneratorSub, AnUnknownStateIsLoggedAndStopsTheWorkerWhichFreesTheItemItHolds)
+{
+    for (const int state : {0, 7, -1, 100}) {
+        CWorker worker(PlainMask_Small(1, 1, 1));
+        worker.RunTo(2);
+        worker.Work_Push(0, 0, 0);
+        worker.RunTo(3);
+        worker.peek.ProcessState() = state;
+        const CLogCapture log;
+        EXPECT_FALSE(worker.peek.OneLoop());
+        EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{{SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2,
+                                                           "m_processState = " + std::to_string(state)}}));
+        EXPECT_TRUE(HasBeenStopped(worker.worker));
+        EXPECT_EQ(worker.buffer.m_queue_Free->Count(), 11U);
+    }
+}
+
+TEST(MaskDataGeneratorSub, WithoutXResolutionPassesAnItemGoesThroughAndWritesNothing)
+{
+    CWorker worker(PlainMask_Small(1, 2, 1));
+    worker.job.param.splitCount_XRes = 0;
+    worker.RunTo(2);
+    worker.Work_Push(2, 1, 1);
+    worker.RunTo(6);
+    worker.RunTo(2);
+    const std::vector<std::uint8_t> bytes = worker.job.Bytes();
+    EXPECT_EQ(std::count(bytes.begin(), bytes.end(), 0), static_cast<std::ptrdiff_t>(bytes.size()));
+}
+
+TEST(MaskDataGeneratorSub, NoMemoryForTheBlocksEndsTheWorkerWithItsState)
+{
+    if (REFUSED_REQUEST_IS_FATAL)
+        GTEST_SKIP() << "the sanitizer does not let the allocation fail";
+    CWorker worker(PlainMask_Small(1, 1, 1));
+    worker.job.param.blockHeight = -1; // a size that no allocator has
+    const CLogCapture log;
+    EXPECT_FALSE(worker.peek.OneLoop());
+    EXPECT_EQ(log.Records(),
+              (std::vector<SLogRecord>{{SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2, "m_processState = 1"}}));
+    EXPECT_TRUE(HasBeenStopped(worker.worker));
+}
+
+TEST(MaskDataGeneratorSub, OnItsThreadTheWorkerDoesAllItemsAndEndsByItself)
+{
+    CWorker worker(PlainMask_Small(2, 2, 2));
+    ASSERT_TRUE(worker.worker.Create(&worker.job.param, &worker.buffer, nullptr));
+    for (int color = 0; color < 3; ++color) {
+        for (int position = 0; position < 4; ++position) {
+            for (int r = 0; r < 2; ++r) {
+                SMaskDataGenerate_SubParam* item = nullptr;
+                while (!worker.buffer.m_queue_Free->Pop(item, NO_LIMIT_MS)) {
+                }
+                *item = {color, position, r};
+                ASSERT_TRUE(worker.buffer.m_queue_Work->Push(item));
+            }
+        }
+    }
+    worker.buffer.m_queue_Work->AddFinished_Set();
+    EXPECT_TRUE(worker.worker.Wait_Exit(NO_LIMIT_MS));
+    EXPECT_EQ(worker.buffer.m_queue_Free->Count(), 12U);
+    EXPECT_EQ(worker.job.Bytes(), Plain_Bytes(worker.job.mask));
+}
+
+/// A worker that the platform refuses its thread.
+class CRefusedWorker : public CMaskDataGenerator_Sub {
+public:
+    bool Start(const char* name) override
+    {
+        m_name = name;
+        return false;
+    }
+    std::string m_name;
+};
+
+TEST(MaskDataGeneratorSub, AThreadThatDoesNotStartFailsCreate)
+{
+    CRefusedWorker worker;
+    CItemBuffer buffer;
+    const SMaskDataGenerate_Param param = {};
+    const CLogCapture log;
+    EXPECT_FALSE(worker.Create(&param, &buffer, nullptr));
+    EXPECT_EQ(worker.m_name, "CMaskDataGenerator_Position");
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT, SCOPE_CREATE)}));
+}
+
+TEST(MaskDataGeneratorSub, AWorkerThatIsStoppedInTheMiddleFreesItsItem)
+{
+    SPlainMask mask = PlainMask_Sliding(544, 136);
+    mask.xRes = 4;
+    CWorker worker(mask);
+    worker.Work_Push(0, 0, 0);
+    ASSERT_TRUE(worker.worker.Create(&worker.job.param, &worker.buffer, nullptr));
+    worker.worker.Stop(); // wherever it is; the leak check sees what became of the item
+    EXPECT_TRUE(worker.worker.Wait_Exit(NO_LIMIT_MS));
+}
+
+} // namespace
