@@ -1,0 +1,317 @@
+#include "dotweave/maskdata_base.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "../support/logcapture.h"
+#include "../support/maskparams.h"
+#include "../support/peek.h"
+#include "../support/plainmask.h"
+#include "../support/refusedrequest.h"
+
+namespace {
+
+constexpr char UNIT[] = "maskdata_base";
+constexpr char SCOPE_CREATE_MASKDATA[] = "bool __cdecl CMaskData_Base::CreateMaskData(void)";
+constexpr char SCOPE_CREATE_CUTTABLE[] =
+    "bool __cdecl CMaskData_Base::CreateCutTable(struct SCutTable *,int)";
+
+/// Every step of a creation but the last.
+void Geometry_Create(SMaskData_Base_Peek peek, const SMaskParam& param)
+{
+    peek.Current() = param;
+    peek.BaseMaskHeight() = 544;
+    peek.BaseMaskWidth() = 544;
+    ASSERT_TRUE(peek.InitNoneRes());
+    ASSERT_TRUE(peek.InitResParam());
+    ASSERT_TRUE(peek.InitMaskSize());
+}
+
+std::vector<std::uint8_t> Bytes(SMaskData_Base_Peek peek)
+{
+    const std::uint8_t* bytes = peek.MaskBlock()->MaskData_Const();
+    return {bytes, bytes + peek.MaskBlock()->MaskDataBytesCount()};
+}
+
+/// Hard edges: zone i of the band carries pass i. The passes form colorTimes groups, the remainder goes to
+/// the last group, and each group shares the threshold scale: pass j of q prints (j * 65535 / q, (j + 1) *
+/// 65535 / q].
+std::vector<SCutTable> Table_FeatherNone(int basePass, int colorTimes, int step)
+{
+    std::vector<SCutTable> table;
+    for (int group = 0; group < colorTimes; ++group) {
+        const int size = basePass / colorTimes;
+        const int passes = group < colorTimes - 1 ? size : basePass - (colorTimes - 1) * size;
+        for (int j = 0; j < passes; ++j)
+            table.insert(table.end(), static_cast<std::size_t>(step),
+                         {static_cast<std::uint16_t>((j + 1) * 65535 / passes),
+                          static_cast<std::uint16_t>(j * 65535 / passes)});
+    }
+    return table;
+}
+
+/// What a mode with hard edges must come out as. Only the sizes are taken from the mask object.
+SPlainMask PlainMask_FeatherNone(CMaskData_Base& mask, const SMaskParam& param)
+{
+    SMaskData_Base_Peek peek{mask};
+    SPlainMask plain;
+    plain.colorCount = param.colorCount;
+    plain.positionCount = peek.PositionCount();
+    plain.height = param.nozzleCount;
+    plain.step = param.nozzleCount / param.basePass;
+    plain.matrixRows = peek.BaseMaskHeight();
+    plain.xRes = param.xResPass;
+    plain.yRes = param.yResPass;
+    plain.bits = param.bitsPerPixel;
+    plain.table = Table_FeatherNone(param.basePass, param.colorTimes, plain.step);
+    return plain;
+}
+
+TEST(MaskDataBaseAssembly, TheCutReadsARegionOfTheTiledPlane)
+{
+    const std::vector<std::uint16_t> plane = {0, 10, 20, 30, 40, 50}; // 2 rows of 3
+    const std::vector<SCutTable> table = {{30, 10}, {65535, 0}, {50, 40}};
+    CMaskBlock block(4, 3);
+    SParam_GenerateMaskData param = {};
+    param.cutTable = table.data();
+    param.cutTableCount = 0; // carried, not read
+    param.baseMaskData = plane.data();
+    param.offsetY = 3; // row 1
+    param.offsetX = 5; // column 2
+    param.baseMaskHeight = 2;
+    param.baseMaskWidth = 3;
+    param.bitsPerPixel = 2;
+    param.maskBlock = &block;
+    EXPECT_TRUE(CMaskData_Base::GenerateMaskData(param));
+    // Row 0 reads 50 30 40 50 against (10, 30], row 1 reads 20 0 10 20 against (0, 65535], row 2 as row 0
+    // against (40, 50].
+    const std::vector<int> expected = {0, 3, 0, 0, 3, 0, 3, 3, 3, 0, 0, 3};
+    EXPECT_EQ(std::vector<int>(block.MaskData(), block.MaskData() + 12), expected);
+}
+
+TEST(MaskDataBaseAssembly, TheMergeInterleavesBlocksByPixelAndYResolutionPassesByLine)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    peek.Current().bitsPerPixel = 1;
+    peek.Current().yResPass = 2;
+    peek.MaskLineBytes() = 2;
+    std::vector<CMaskBlock> blocks(2);
+    for (CMaskBlock& block : blocks)
+        block.Initialize(5, 3);
+    blocks[0].MaskData()[0] = 1;         // row 0, column 0 of pass 0: bit 7 of byte 0
+    blocks[1].MaskData()[0] = 1;         // row 0, column 0 of pass 1: bit 6
+    blocks[0].MaskData()[5 + 1] = 1;     // row 1, column 1 of pass 0: bit 5
+    blocks[1].MaskData()[2 * 5 + 4] = 1; // row 2, column 4 of pass 1: pixel 9, bit 6 of byte 1
+    std::vector<std::uint8_t> lines(12);
+    EXPECT_TRUE(peek.MergeMaskData(blocks.data(), 2, lines.data(), 1));
+    EXPECT_EQ(lines, (std::vector<std::uint8_t>{0, 0, 0xC0, 0, 0, 0, 0x20, 0, 0, 0, 0, 0x40}));
+    EXPECT_TRUE(peek.MergeMaskData(blocks.data(), 2, lines.data(), 0)); // the lines between, nothing cleared
+    EXPECT_EQ(lines, (std::vector<std::uint8_t>{0xC0, 0, 0xC0, 0, 0x20, 0, 0x20, 0, 0, 0x40, 0, 0x40}));
+}
+
+TEST(MaskDataBaseAssembly, AnyResolutionAndDepthGivesThePlainBytes)
+{
+    for (int xRes = 1; xRes <= 4; ++xRes) {
+        for (int yRes = 1; yRes <= 4; ++yRes) {
+            for (int bits = 1; bits <= 2; ++bits) {
+                if (xRes * yRes > 4 && bits != 1 + (xRes + yRes) % 2)
+                    continue; // one depth for each of the large ones
+                SMaskParam param = MaskParam_Plain();
+                param.basePass = 2;
+                param.nozzleCount = 2 * xRes * yRes;
+                param.xResPass = xRes;
+                param.yResPass = yRes;
+                param.bitsPerPixel = bits;
+                SCOPED_TRACE(testing::Message() << param);
+                CMaskData_Base mask;
+                ASSERT_TRUE(mask.Create(param));
+                EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+            }
+        }
+    }
+}
+
+TEST(MaskDataBaseAssembly, AnyNumberOfPassesAndPrintingsGivesThePlainBytes)
+{
+    for (int basePass = 1; basePass <= 4; ++basePass) {
+        for (int colorTimes = 1; colorTimes <= basePass; ++colorTimes) {
+            SMaskParam param = MaskParam_Plain();
+            param.basePass = basePass;
+            param.nozzleCount = 34 * basePass; // 16 positions of 34 rows
+            param.colorTimes = colorTimes;
+            SCOPED_TRACE(testing::Message() << param);
+            CMaskData_Base mask;
+            ASSERT_TRUE(mask.Create(param));
+            EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+        }
+    }
+}
+
+TEST(MaskDataBaseAssembly, StepsThatWrapRoundTheMatrixGiveThePlainBytes)
+{
+    for (const int step : {33, 100, 128, 544}) {
+        SMaskParam param = MaskParam_Plain();
+        param.basePass = 2;
+        param.nozzleCount = 2 * step;
+        SCOPED_TRACE(testing::Message() << param);
+        CMaskData_Base mask;
+        ASSERT_TRUE(mask.Create(param));
+        EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+    }
+}
+
+TEST(MaskDataBaseAssembly, ColourSixteenHasTheBytesOfColourZeroAndNoOtherNeighbourHas)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.basePass = 2;
+    param.nozzleCount = 34;
+    param.colorCount = 17;
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param));
+    EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+    const auto color = [&mask](int index) {
+        int position = -1;
+        const std::uint8_t* bytes = mask.MaskData_Get(index, position);
+        return std::vector<std::uint8_t>(bytes, bytes + mask.MaskBytes_OneColor());
+    };
+    EXPECT_EQ(color(16), color(0));
+    for (int index = 1; index < 8; ++index)
+        EXPECT_NE(color(index), color(index - 1)) << index; // eight different matrices
+}
+
+TEST(MaskDataBaseAssembly, TheBlockHoldsOneRowPerColour)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.basePass = 4;
+    param.colorCount = 3;
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param));
+    SMaskData_Base_Peek peek{mask};
+    EXPECT_EQ(peek.MaskBlock()->Height(), 3);
+    EXPECT_EQ(peek.MaskBlock()->Width(), 544 * 68 * 4); // rows, bytes per line, positions of 136 rows
+    EXPECT_EQ(peek.MaskBlock()->Width(), mask.MaskBytes_OneColor());
+}
+
+TEST(MaskDataBaseAssembly, ACutTableThatCannotBeBuiltFailsBeforeTheBlockIsMade)
+{
+    struct SCase {
+        int featherMode;
+        int featherNozzleType;
+        int colorTimes;
+        std::vector<SLogRecord> records;
+    };
+    const SLogRecord failure = Failure(UNIT, SCOPE_CREATE_MASKDATA);
+    const std::vector<SCase> cases = {
+        {7,
+         1,
+         1,
+         {{SCOPE_CREATE_CUTTABLE, UNIT, LINE_ANY, 2, "m_maskParam_Current.featherMode = 7"}, failure}},
+        {1, 4, 1, {failure}}, // known and never built: without a record of its own
+        {1,
+         9,
+         1,
+         {{SCOPE_CREATE_CUTTABLE, UNIT, LINE_ANY, 2, "m_maskParam_Current.featherNozzleType = 9"}, failure}},
+        {0,
+         1,
+         0,
+         {Failure(UNIT, "bool __cdecl CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes("
+                        "struct SCutTable *,int)"),
+          failure}}};
+    for (const SCase& c : cases) {
+        CMaskData_Base mask;
+        SMaskData_Base_Peek peek{mask};
+        Geometry_Create(peek, MaskParam_Plain());
+        peek.Current().featherMode = c.featherMode;
+        peek.Current().featherNozzleType = c.featherNozzleType;
+        peek.Current().colorTimes = c.colorTimes;
+        const CLogCapture log;
+        EXPECT_FALSE(peek.CreateMaskData());
+        EXPECT_EQ(log.Records(), c.records);
+        EXPECT_EQ(peek.MaskBlock(), nullptr);
+    }
+}
+
+TEST(MaskDataBaseAssembly, ThresholdPlanesThatNoMemoryCanServeAreThrown)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    Geometry_Create(peek, MaskParam_Plain());
+    peek.Current().colorCount = -1;
+    EXPECT_THROW(peek.CreateMaskData(), std::bad_alloc);
+    EXPECT_EQ(peek.MaskBlock(), nullptr);
+}
+
+TEST(MaskDataBaseAssembly, MaskBytesThatNoMemoryCanServeAreThrownWithPlanesAndCutTableInHand)
+{
+    if (REFUSED_REQUEST_IS_FATAL)
+        GTEST_SKIP() << "the sanitizer does not let the allocation fail";
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    Geometry_Create(peek, MaskParam_Plain());
+    peek.PositionCount() = -1;
+    EXPECT_THROW(peek.CreateMaskData(), std::bad_alloc);
+    EXPECT_EQ(peek.MaskBlock(), nullptr);
+}
+
+/// A mode that keeps seven threads busy for much longer than a thread may lose its processor.
+SMaskParam MaskParam_Large()
+{
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 512;
+    param.basePass = 16; // 17 positions of 32 rows
+    param.colorCount = 8;
+    param.xResPass = 4;
+    param.yResPass = 4;
+    return param;
+}
+
+TEST(MaskDataBaseAssembly, AnExpiredWaitFailsAndLeavesTheBlockAttached)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    Geometry_Create(peek, MaskParam_Large());
+    const CLogCapture log;
+    EXPECT_FALSE(peek.CreateMaskData_Within(0));
+    EXPECT_EQ(log.Records(),
+              (std::vector<SLogRecord>{
+                  Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)"),
+                  Failure(UNIT, SCOPE_CREATE_MASKDATA)}));
+    ASSERT_NE(peek.MaskBlock(), nullptr);
+    EXPECT_EQ(peek.MaskBlock()->Width(), mask.MaskBytes_OneColor());
+    EXPECT_EQ(peek.MaskBlock()->Height(), 8);
+}
+
+TEST(MaskDataBaseAssembly, ExpiredWaitsOneAfterTheOtherLeaveNothingBehind)
+{
+    for (int run = 0; run < 12; ++run) {
+        SMaskParam param = MaskParam_Plain();
+        param.basePass = 17; // many small items: a worker looks up often
+        param.colorCount = 32;
+        CMaskData_Base mask;
+        SMaskData_Base_Peek peek{mask};
+        Geometry_Create(peek, param);
+        const CLogCapture log;
+        EXPECT_FALSE(peek.CreateMaskData_Within(static_cast<unsigned int>(run % 3)));
+        EXPECT_EQ(log.Records().size(), 2U);
+        EXPECT_NE(peek.MaskBlock(), nullptr);
+    }
+}
+
+TEST(MaskDataBaseAssembly, AWaitLongEnoughSucceedsWithoutARecord)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    Geometry_Create(peek, MaskParam_Plain());
+    const CLogCapture log;
+    EXPECT_TRUE(peek.CreateMaskData_Within(0xFFFFFFFFU));
+    EXPECT_TRUE(log.Records().empty());
+    EXPECT_EQ(Bytes(peek), Plain_Bytes(PlainMask_FeatherNone(mask, MaskParam_Plain())));
+}
+
+} // namespace
