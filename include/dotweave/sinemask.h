@@ -29,11 +29,10 @@ public:
     /// Builds both buffers.
     /// @param featherHeight  rows of the feather region; the mask takes at most half of them
     /// @param maskWidth      columns, which is bytes per row; below 10 the mask is empty
-    /// @param dotBits        bits per dot, 0 to 2, not checked: the value of a marked byte is that of a full
-    /// dot
+    /// @param dotBits        bits per dot, 0 to 2, not checked: a marked byte has the value of a full dot
     /// @param type           SinMaskType_Stored or SinMaskType_Probe (keeps no Down buffer)
     /// @return true on success; false with one log record for any other type
-    /// @throws std::bad_alloc, the object then being safe to destroy
+    /// @throws std::bad_alloc, also when the mask's size comes out negative; the object is then safe to destroy
     bool Create(int featherHeight, int maskWidth, int dotBits, ESinMaskType type);
 
     /// Marked bytes carry the dot value, all others 0. Null until created and for SinMaskType_Probe.
@@ -46,9 +45,9 @@ public:
     int MaskSize_Get() const { return m_maskSize; }
     int FeatherHeight_Get() const { return m_featherHeight; }
     /// Bytes of the whole feather region.
-    int FeatherMask_Size() const { return m_maskWidth * m_featherHeight; }
+    int FeatherMask_Size() const;
     /// Bytes from the start of the feather region to the first row of the mask.
-    int SineMask_Offset_InFeather() const { return (m_featherHeight - m_maskHeight) * m_maskWidth; }
+    int SineMask_Offset_InFeather() const;
 
 private:
     bool GenerateMaskData_Down();

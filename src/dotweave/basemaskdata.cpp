@@ -19,8 +19,8 @@ void Row_Fill(std::uint16_t* dest, int width, const std::uint16_t* source)
     }
     // Deliberate: a run copies n bytes, not n cells; half of a wide row stays bare
     // (docs/deliberate-behaviour.md).
-    for (int column = 0; column < width; column += THRESHOLD_MATRIX_SIZE) {
-        const int run = std::min(width - column, THRESHOLD_MATRIX_SIZE);
+    for (int column = 0, run = 0; column < width; column += run) {
+        run = std::min(width - column, THRESHOLD_MATRIX_SIZE);
         std::memcpy(dest + column, source, static_cast<std::size_t>(run));
     }
 }
@@ -51,11 +51,12 @@ bool CBaseMaskData::Create(int width, int height, int count)
     m_width = width;
     m_height = height;
     m_count = count;
+    m_maskData = nullptr;
     // Negative counts and products widen to sizes that no allocator has. The entries start as null so that a
     // plane that finds no memory leaves nothing behind that Release could trip over.
     m_maskData = new std::uint16_t* [static_cast<std::size_t>(count)] {};
     for (int plane = 0; plane < count; ++plane) {
-        std::uint16_t* dest = new std::uint16_t[static_cast<std::size_t>(Int32_Product(width, height))];
+        auto* dest = new std::uint16_t[static_cast<std::size_t>(Int32_Product(width, height))];
         m_maskData[plane] = dest;
         const std::uint16_t* source =
             s_rawMaskData +

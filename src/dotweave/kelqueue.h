@@ -91,7 +91,7 @@ bool CKelQueue<T*>::TryPush(T* item)
         return false;
     SchedulePoint();
     // The value that the step itself returns tells who crossed a bound; a second read could miss it.
-    const std::int32_t count = static_cast<std::int32_t>(m_count->fetch_add(1U) + 1U);
+    const auto count = static_cast<std::int32_t>(m_count->fetch_add(1U) + 1U);
     SchedulePoint();
     if (count == 1)
         NotEmpty_Correct();
@@ -115,7 +115,7 @@ bool CKelQueue<T*>::TryPop(T*& item)
     if (!m_queue->pop(item))
         return false;
     SchedulePoint();
-    const std::int32_t count = static_cast<std::int32_t>(m_count->fetch_sub(1U) - 1U);
+    const auto count = static_cast<std::int32_t>(m_count->fetch_sub(1U) - 1U);
     SchedulePoint();
     if (count == 0)
         NotEmpty_Correct();

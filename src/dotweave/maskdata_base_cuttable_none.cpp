@@ -4,6 +4,8 @@
 #include "log.h"
 #include "maskdata_base_unit.h"
 
+#include <vector>
+
 bool CMaskData_Base::CreateCutTable_FeatherNone(SCutTable* table, int /*count*/)
 {
     if (m_maskParam_Current.colorTimes == 1)

@@ -1,5 +1,6 @@
 #include "dotweave/maskdata_base.h"
 
+#include "constants.h"
 #include "cutrange.h"
 #include "log.h"
 #include "maskdata_base_unit.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <vector>
 
 bool CMaskData_Base::CreateCutTable_Smooth_2(SCutTable* table, int /*count*/)
 {

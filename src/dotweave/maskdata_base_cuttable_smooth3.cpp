@@ -1,5 +1,6 @@
 #include "dotweave/maskdata_base.h"
 
+#include "constants.h"
 #include "cutrange.h"
 #include "log.h"
 #include "maskdata_base_unit.h"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace {
 

@@ -13,12 +13,13 @@ namespace {
 
 constexpr char UNIT[] = "sinemask";
 
-/// Lowest marked row of a column: one period of a raised cosine over the width, from 0 at the sides to the
+/// Last marked row of a column, which may lie just behind the mask's last one: one period of a raised cosine over the width, from 0 at the sides to the
 /// mask's height in the middle. The constants and the order of the operations are agreed; a library value of
 /// pi would round differently at the boundaries.
 int LastMarkedRow(int column, int width, int height)
 {
     const double angle = column * 6.2831852 / width - 1.5707963;
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): truncation after the half is the agreed rounding
     return static_cast<int>((std::sin(angle) + 1.0) * 0.5 * height + 0.5);
 }
 
@@ -42,6 +43,16 @@ bool CSineMask::Create(int featherHeight, int maskWidth, int dotBits, ESinMaskTy
     if (!GenerateMaskData_Down())
         return Log_Failure(UNIT, "bool __cdecl CSineMask::Create(int,int,int,enum ESinMaskType)", __LINE__);
     return GenerateMaskData_Up_By_Down();
+}
+
+int CSineMask::FeatherMask_Size() const
+{
+    return Int32_Product(m_maskWidth, m_featherHeight);
+}
+
+int CSineMask::SineMask_Offset_InFeather() const
+{
+    return Int32_Product(m_featherHeight - m_maskHeight, m_maskWidth);
 }
 
 bool CSineMask::GenerateMaskData_Down()

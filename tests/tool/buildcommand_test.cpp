@@ -226,15 +226,20 @@ TEST(BuildCommand, ANewResultReplacesTheOldOneAndItsPictures)
     const CTemporaryDirectory directory;
     ASSERT_EQ(Tool_Run({"build", "--out", directory.Path().string(), "--png", "all"}).exitStatus, 0);
     ASSERT_EQ(Directory_Names(directory.Path()).size(), 18U);
-    File_Write(directory.Sub("mask_c0_p0.png.txt"), "somebody else's");
+    const CNames others = {"a", "mask_c0_p0.png.txt", "mask_c00_p0.png", "mask_c9_p.png", "xmask_c9_p9.png"};
+    for (const std::string& name : others)
+        File_Write(directory.Sub(name), "somebody else's");
     ASSERT_EQ(Tool_Run({"build", "--out", directory.Path().string(), "--color-count", "1", "--png", "first"})
                   .exitStatus,
               0);
     EXPECT_EQ(Directory_Names(directory.Path()),
-              (CNames{"mask.bin", "mask.json", "mask_c0_p0.png", "mask_c0_p0.png.txt"}));
+              (CNames{"a", "mask.bin", "mask.json", "mask_c00_p0.png", "mask_c0_p0.png", "mask_c0_p0.png.txt",
+                      "mask_c9_p.png", "xmask_c9_p9.png"}));
     EXPECT_EQ(fs::file_size(directory.Sub("mask.bin")), 4U * 544U * 68U);
     ASSERT_EQ(Tool_Run({"build", "--out", directory.Path().string(), "--png", "none"}).exitStatus, 0);
-    EXPECT_EQ(Directory_Names(directory.Path()), (CNames{"mask.bin", "mask.json", "mask_c0_p0.png.txt"}));
+    EXPECT_EQ(Directory_Names(directory.Path()),
+              (CNames{"a", "mask.bin", "mask.json", "mask_c00_p0.png", "mask_c0_p0.png.txt", "mask_c9_p.png",
+                      "xmask_c9_p9.png"}));
 }
 
 TEST(BuildCommand, RecordsOfAResultServeAsAModeFile)

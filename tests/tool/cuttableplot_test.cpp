@@ -46,16 +46,21 @@ bool Has(const std::vector<std::string>& texts, const std::string& text)
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
+double Number(const CTree& attributes, const char* name)
+{
+    return std::stod(attributes.get<std::string>(name));
+}
+
 /// The frame is the threshold scale across and all rows down; everything is measured against it.
 struct SFrame {
     explicit SFrame(const CTree& svg)
     {
         const std::vector<CTree> frames = Elements(svg, "rect", "frame");
         EXPECT_EQ(frames.size(), 1U);
-        x = frames.at(0).get<double>("x");
-        y = frames.at(0).get<double>("y");
-        width = frames.at(0).get<double>("width");
-        height = frames.at(0).get<double>("height");
+        x = Number(frames.at(0), "x");
+        y = Number(frames.at(0), "y");
+        width = Number(frames.at(0), "width");
+        height = Number(frames.at(0), "height");
     }
     double Threshold(double across) const { return (across - x) / width * 65535.0; }
     double Row(double down, std::size_t rowCount) const
@@ -82,13 +87,12 @@ TEST(CutTablePlot, DrawsABarPerRowFromLowerToUpper)
     for (std::size_t i = 0; i < bars.size(); ++i) {
         const std::size_t row = printingRows[i];
         SCOPED_TRACE(row);
-        const auto x = bars[i].get<double>("x");
-        const auto y = bars[i].get<double>("y");
+        const double x = Number(bars[i], "x");
+        const double y = Number(bars[i], "y");
         EXPECT_NEAR(frame.Threshold(x), table[row].lowerLimit, THRESHOLD_ERROR);
-        EXPECT_NEAR(frame.Threshold(x + bars[i].get<double>("width")), table[row].upperLimit,
-                    THRESHOLD_ERROR);
+        EXPECT_NEAR(frame.Threshold(x + Number(bars[i], "width")), table[row].upperLimit, THRESHOLD_ERROR);
         EXPECT_NEAR(frame.Row(y, table.size()), static_cast<double>(row), ROW_ERROR);
-        EXPECT_NEAR(frame.Row(y + bars[i].get<double>("height"), table.size()), static_cast<double>(row + 1),
+        EXPECT_NEAR(frame.Row(y + Number(bars[i], "height"), table.size()), static_cast<double>(row + 1),
                     ROW_ERROR);
     }
 }
@@ -101,9 +105,9 @@ TEST(CutTablePlot, MarksEveryStep)
     const std::vector<CTree> steps = Elements(svg, "line", "step");
     ASSERT_EQ(steps.size(), 3U);
     for (std::size_t i = 0; i < steps.size(); ++i) {
-        EXPECT_NEAR(frame.Row(steps[i].get<double>("y1"), table.size()), static_cast<double>(30 * (i + 1)),
+        EXPECT_NEAR(frame.Row(Number(steps[i], "y1"), table.size()), static_cast<double>(30 * (i + 1)),
                     ROW_ERROR);
-        EXPECT_EQ(steps[i].get<double>("y1"), steps[i].get<double>("y2"));
+        EXPECT_EQ(Number(steps[i], "y1"), Number(steps[i], "y2"));
     }
     EXPECT_TRUE(Has(Texts(svg), "step 2: 60"));
 }

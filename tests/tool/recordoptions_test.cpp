@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,13 @@ SMaskParam Parse(std::vector<std::string> arguments)
     return options.Record();
 }
 
+/// As above, from words with blanks between them.
+SMaskParam ParseLine(const std::string& line)
+{
+    std::istringstream stream(line);
+    return Parse({std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()});
+}
+
 } // namespace
 
 TEST(RecordOptions, WithoutOptionsTheModeIsTheCommonProductionMode)
@@ -35,30 +44,10 @@ TEST(RecordOptions, WithoutOptionsTheModeIsTheCommonProductionMode)
 TEST(RecordOptions, EveryFieldHasAnOption)
 {
     const SMaskParam expected = {180, 6, 2, 4, 8, 2, 1, 12.5F, 3, 2, 70, 5};
-    const std::vector<std::string> arguments = {"--nozzle-count",
-                                                "180",
-                                                "--base-pass",
-                                                "6",
-                                                "--x-res-pass",
-                                                "2",
-                                                "--y-res-pass",
-                                                "4",
-                                                "--color-count",
-                                                "8",
-                                                "--bits-per-pixel=2",
-                                                "--feather-mode",
-                                                "nozzle",
-                                                "--feather-percent",
-                                                "12.5",
-                                                "--feather-nozzle-type",
-                                                "smooth-3-sine",
-                                                "--color-times",
-                                                "2",
-                                                "--feather-level-percent",
-                                                "70",
-                                                "--res-split-type",
-                                                "x2y2"};
-    const SMaskParam parsed = Parse(arguments);
+    const SMaskParam parsed = ParseLine(
+        "--nozzle-count 180 --base-pass 6 --x-res-pass 2 --y-res-pass 4 --color-count 8 --bits-per-pixel=2 "
+        "--feather-mode nozzle --feather-percent 12.5 --feather-nozzle-type smooth-3-sine --color-times 2 "
+        "--feather-level-percent 70 --res-split-type x2y2");
     EXPECT_EQ(Words(parsed), Words(expected));
 }
 

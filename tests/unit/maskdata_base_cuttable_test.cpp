@@ -95,7 +95,8 @@ TEST(CutTableDispatch, HardEdgesPrintedOnceWhateverTheNozzleTypeIs)
 TEST(CutTableDispatch, HardEdgesPrintedSeveralTimesWhateverTheNozzleTypeIs)
 {
     CRanges halvesTwice = PassZones(2, STEP_ROWS);
-    halvesTwice.insert(halvesTwice.end(), halvesTwice.begin(), halvesTwice.begin() + 2 * STEP_ROWS);
+    for (const SRange& range : PassZones(2, STEP_ROWS))
+        halvesTwice.push_back(range);
     for (const int type : {1, 2, 3, 4, 0, 5, -1}) {
         const SDispatch dispatch = Dispatch(Mask(0, type, 2), HARD_ROWS, HARD_ROWS);
         EXPECT_TRUE(dispatch.isBuilt) << type;

@@ -22,7 +22,6 @@ constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
 constexpr char UNIT[] = "maskdatagenerator";
 constexpr char SCOPE_CREATE[] =
     "bool __cdecl CMaskDataGenerator::Create(const struct SMaskDataGenerate_Param &,int)";
-constexpr char SCOPE_INIT_PARAM[] = "bool __cdecl CMaskDataGenerator::Init_Param(void)";
 constexpr char SCOPE_ONE_LOOP[] = "bool __cdecl CMaskDataGenerator::OneLoop(void)";
 constexpr char SCOPE_ADD_SOURCE[] = "bool __cdecl CMaskDataGenerator::AddSourceData(void)";
 constexpr char SCOPE_WAIT_EXIT[] = "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)";

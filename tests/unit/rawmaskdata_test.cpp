@@ -55,7 +55,7 @@ public:
     void Add(const SCell& cell) { m_squares[Square(cell.row / EDGE, cell.column / EDGE)].push_back(cell); }
 
     /// Squared distance from a cell to the nearest other one.
-    int NearestSquared(const SCell& cell) const
+    [[nodiscard]] int NearestSquared(const SCell& cell) const
     {
         int nearest = INT_MAX;
         // a ring of squares further out cannot hold anything nearer than the rings inside it reach
@@ -73,11 +73,13 @@ private:
     static constexpr int EDGE = 17;
     static constexpr int ACROSS = SIDE / EDGE;
     static constexpr std::size_t SQUARE_COUNT = 1024;
-    static_assert(ACROSS * EDGE == SIDE && SQUARE_COUNT == ACROSS * ACROSS);
+    static_assert(ACROSS * EDGE == SIDE && SQUARE_COUNT == static_cast<std::size_t>(ACROSS) * ACROSS);
 
     static std::size_t Square(int row, int column)
     {
-        return static_cast<std::size_t>((row + ACROSS) % ACROSS * ACROSS + (column + ACROSS) % ACROSS);
+        const auto down = static_cast<std::size_t>((row + ACROSS) % ACROSS);
+        const auto across = static_cast<std::size_t>((column + ACROSS) % ACROSS);
+        return down * ACROSS + across;
     }
     static int DistanceSquared(const SCell& a, const SCell& b)
     {

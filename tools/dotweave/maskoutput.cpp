@@ -9,7 +9,8 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <regex>
+#include <charconv>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -54,13 +55,32 @@ std::vector<std::string> Pictures_Write(CStagedFiles& files, const CMaskData_Bas
     return names;
 }
 
+/// A number at the start of a text, which is cut off; -1 when there is none.
+int Number_Take(std::string_view& text)
+{
+    int number = -1;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(read.ptr - text.data()));
+    return number;
+}
+
+/// Whether a run of this command gives a picture that name: it is the one for the numbers in it.
+bool IsPictureName(const std::string& name)
+{
+    std::string_view text = name;
+    text.remove_prefix(std::min(text.size(), std::string_view("mask_c").size()));
+    const int color = Number_Take(text);
+    text.remove_prefix(std::min(text.size(), std::string_view("_p").size()));
+    const int position = Number_Take(text);
+    return color >= 0 && position >= 0 && name == MaskPicture_FileName(color, position);
+}
+
 /// A picture that the new result does not have would show a mode that is no longer there.
 void OldPictures_Retire(CStagedFiles& files, const fs::path& directory, const std::vector<std::string>& names)
 {
-    const std::regex pictureName("mask_c[0-9]+_p[0-9]+\\.png");
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
         const std::string name = entry.path().filename().string();
-        if (std::regex_match(name, pictureName) && std::find(names.begin(), names.end(), name) == names.end())
+        if (IsPictureName(name) && std::find(names.begin(), names.end(), name) == names.end())
             files.Retire(name);
     }
 }

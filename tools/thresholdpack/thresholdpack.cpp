@@ -19,6 +19,7 @@
 #include <exception>
 #include <fstream>
 #include <ios>
+#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -100,13 +101,13 @@ void Table_Pack(const std::string& base1, const std::string& base2, const std::s
 int main(int argc, char** argv)
 {
     if (argc != 4) {
-        std::fputs("usage: thresholdpack BASE_1 BASE_2 TABLE\n", stderr);
+        std::cerr << "usage: thresholdpack BASE_1 BASE_2 TABLE\n";
         return 2;
     }
     try {
         Table_Pack(argv[1], argv[2], argv[3]);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "thresholdpack: %s\n", error.what());
+        std::cerr << "thresholdpack: " << error.what() << '\n';
         return 1;
     }
     return 0;
