@@ -139,7 +139,7 @@ bool CMaskData_Base::Geometry_CanBeBuilt() const
            Int32_Holds(lines * MaskLineBytes(m_baseMaskWidth, param.bitsPerPixel, param.xResPass));
 }
 
-/// Refuses modes whose masks, threshold planes or working blocks do not fit into 32 bits.
+/// Refuses modes whose masks or threshold planes do not fit into 32 bits.
 bool CMaskData_Base::MaskSize_CanBeBuilt() const
 {
     const SMaskParam& param = m_maskParam_Current;

@@ -145,15 +145,6 @@ TEST(MaskDataBaseRefusalSize, ThresholdPlanesOfMoreThanThirtyTwoBits)
     EXPECT_FALSE(IsSizeAccepted({1, 273, 68, 1, 1, 7231, 273}));
 }
 
-TEST(MaskDataBaseRefusalSize, WorkingBlocksOfMoreThanThirtyTwoBits)
-{
-    // 544 * 3947580 = 2147483520 bytes before packing.
-    EXPECT_TRUE(IsSizeAccepted({3947580, 1, 68, 1, 1, 1, 544}));
-    EXPECT_FALSE(IsSizeAccepted({3947581, 1, 68, 1, 1, 1, 544}));
-    EXPECT_TRUE(IsSizeAccepted({1973790, 1, 136, 2, 1, 1, 544}));
-    EXPECT_FALSE(IsSizeAccepted({1973791, 1, 136, 2, 1, 1, 544}));
-}
-
 TEST(MaskDataBaseRefusalSize, MatricesAndPositionsThatTheSearchDidNotFind)
 {
     EXPECT_TRUE(IsSizeAccepted({136, 4, 68, 1, 1, 1, 544}));
