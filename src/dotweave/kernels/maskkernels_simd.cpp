@@ -31,8 +31,7 @@ inline constexpr int TABLE_PASSES_MAX = 8;
 #endif
 
 HWY_BEFORE_NAMESPACE();
-namespace dotweave {
-namespace HWY_NAMESPACE {
+namespace dotweave::HWY_NAMESPACE {
 namespace {
 
 namespace hn = hwy::HWY_NAMESPACE;
@@ -415,7 +414,7 @@ void Merge(const CMaskBlock* blocks, int blockCount, int bitsPerPixel, SRowRange
     if (blockCount <= TABLE_PASSES_MAX)
         PackTables_Fill(tables, blockCount, bitsPerPixel);
     const auto** bitRows = reinterpret_cast<const std::uint8_t**>(scratch);
-    std::uint8_t* bits = reinterpret_cast<std::uint8_t*>(bitRows + blockCount);
+    auto* bits = reinterpret_cast<std::uint8_t*>(bitRows + blockCount);
     for (int k = 0; k < blockCount; ++k)
         bitRows[k] = bits + k * rowBytes;
     for (int row = rows.first; row < rows.end; ++row) {
@@ -450,7 +449,7 @@ void CutAndPack(const SMaskPack& pack, SRowRange rows, std::uint8_t* scratch)
     auto* firstColumns = reinterpret_cast<int*>(bitRows + pack.xResPass);
     for (int k = 0; k < pack.xResPass; ++k)
         firstColumns[k] = (firstColumn + MaskRegion_Column(k, planeWidth, pack.xResPass)) % planeWidth;
-    std::uint8_t* cuts = reinterpret_cast<std::uint8_t*>(firstColumns + pack.xResPass);
+    auto* cuts = reinterpret_cast<std::uint8_t*>(firstColumns + pack.xResPass);
     std::uint8_t* passes = cuts + ROWS_AT_ONCE * cutBytes;
     for (int first = rows.first; first < rows.end; first += ROWS_AT_ONCE) {
         const int end = rows.end - first < ROWS_AT_ONCE ? rows.end : first + ROWS_AT_ONCE;
@@ -475,8 +474,7 @@ void CutAndPack(const SMaskPack& pack, SRowRange rows, std::uint8_t* scratch)
 }
 
 } // namespace
-} // namespace HWY_NAMESPACE
-} // namespace dotweave
+} // namespace dotweave::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
