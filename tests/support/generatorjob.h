@@ -4,13 +4,15 @@
 #include "maskdatagenerate_param.h"
 #include "plainmask.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 /// Everything that a generator or a worker needs, without a mask object. What `mask` does not name comes from
 /// the threshold matrices. Lives behind no generator that uses it: make it first.
 struct SGeneratorJob {
-    explicit SGeneratorJob(const SPlainMask& plain) : mask(plain)
+    explicit SGeneratorJob(SPlainMask plain) : mask(std::move(plain))
     {
         param.maskLineBytes = Plain_LineBytes(mask);
         param.maskBytes_OnePosition = mask.yRes * mask.height * param.maskLineBytes;

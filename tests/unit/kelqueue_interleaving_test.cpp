@@ -2,6 +2,8 @@
 // test meets such a moment for sure. Here the queue sleeps on events of the test, which let "the other
 // thread" run at exactly that moment, on the same thread.
 
+#include "schedulepoint.h"
+
 #include <boost/lockfree/queue.hpp>
 #include <kelcommon/customconditionvariable.h>
 

@@ -100,6 +100,7 @@ void Bytes_MoveDots(CMaskData_Base& mask, std::vector<std::uint8_t>& bytes)
     const int xRes = mask.XResPass();
     const int bits = mask.BitsPerPixel();
     const int featherRows = Plain_FeatherRows(height, peek.StepHeight_NoneRes());
+    const std::ptrdiff_t lineDistance = static_cast<std::ptrdiff_t>(yRes) * lineBytes;
     const int positionCount = static_cast<int>(bytes.size()) / mask.MaskBytes_OnePosition(); // of all colours
     for (int position = 0; position < positionCount; ++position) {
         for (int r = 0; r < yRes; ++r) {
@@ -112,12 +113,12 @@ void Bytes_MoveDots(CMaskData_Base& mask, std::vector<std::uint8_t>& bytes)
                 for (int y = 0; y < height; ++y) {
                     for (int x = 0; x < 544; ++x)
                         dots.push_back(
-                            Plain_Pixel(firstLine + y * yRes * lineBytes, bits, x * xRes + k) != 0 ? 1 : 0);
+                            Plain_Pixel(firstLine + y * lineDistance, bits, x * xRes + k) != 0 ? 1 : 0);
                 }
                 Plain_MoveDots(dots, 544, height, featherRows);
                 std::size_t next = 0;
                 for (int y = 0; y < height; ++y) {
-                    std::uint8_t* line = firstLine + y * yRes * lineBytes;
+                    std::uint8_t* line = firstLine + y * lineDistance;
                     for (int x = 0; x < 544; ++x) {
                         const int firstBit = (x * xRes + k) * bits;
                         const int shift = 8 - bits - firstBit % 8;

@@ -35,6 +35,7 @@ std::atomic<int> s_threadsLeft = NO_LIMIT; // that the platform still gives
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the platform's are reserved names
 extern "C" __attribute__((visibility("default"))) int pthread_create(pthread_t* thread,
                                                                      const pthread_attr_t* attributes,
                                                                      void* (*run)(void*),

@@ -33,6 +33,7 @@ public:
     explicit CWorker(const SPlainMask& mask, int poolSize = 12) : job(mask)
     {
         std::vector<SMaskDataGenerate_SubParam*> items;
+        items.reserve(static_cast<std::size_t>(poolSize));
         for (int i = 0; i < poolSize; ++i)
             items.push_back(new SMaskDataGenerate_SubParam{}); // the queues' from here on
         buffer.Create(items, "pool");
@@ -139,7 +140,7 @@ TEST(MaskDataGeneratorSub, StateOneAllocatesABlockOfTheSineRowsPerXResolutionPas
     for (int j = 0; j < 3; ++j) {
         EXPECT_EQ(worker.peek.Blocks()[j].Width(), 131);
         EXPECT_EQ(worker.peek.Blocks()[j].Height(), 16); // 8 at the top, 8 at the bottom
-        EXPECT_EQ(worker.Dots(j), CPlainDots(16 * 131, 0));
+        EXPECT_EQ(worker.Dots(j), CPlainDots(std::size_t{16} * 131, 0));
     }
 }
 
@@ -344,12 +345,12 @@ TEST(MaskDataGeneratorSub, InTheFirstColumnOnlyTheFirstSineRowKeepsItsDots)
     CMaskBlock& block = worker.peek.Blocks()[0]; // rows 0 to 19: the top; rows 20 to 39: the bottom
     ASSERT_EQ(block.Height(), 40);
     block.ClearMaskData();
-    for (int y = 20; y < 40; ++y) {
+    for (std::ptrdiff_t y = 20; y < 40; ++y) {
         block.MaskData()[y * 544] = 1;
         block.MaskData()[y * 544 + 272] = 1;
     }
     EXPECT_TRUE(worker.peek.OneLoop());
-    for (int y = 0; y < 40; ++y) {
+    for (std::ptrdiff_t y = 0; y < 40; ++y) {
         EXPECT_EQ(block.MaskData()[y * 544], (y >= 1 && y < 20) || y == 20 ? 1 : 0) << y;
         EXPECT_EQ(block.MaskData()[y * 544 + 272], y >= 20 ? 1 : 0) << y;
     }
@@ -478,7 +479,9 @@ TEST(MaskDataGeneratorSub, AFreeQueueThatTakesNothingBackStopsTheWorkerWhichThen
     worker.RunTo(2);
     worker.Work_Push(0, 0, 0);
     worker.RunTo(6);
-    ASSERT_TRUE(worker.buffer.m_queue_Free->TryPush(new SMaskDataGenerate_SubParam{})); // full now
+    auto other = std::make_unique<SMaskDataGenerate_SubParam>();
+    ASSERT_TRUE(worker.buffer.m_queue_Free->TryPush(other.get())); // full now
+    static_cast<void>(other.release()); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the queue's now
     const CLogCapture log;
     EXPECT_FALSE(worker.peek.OneLoop());
     EXPECT_EQ(log.Records(),

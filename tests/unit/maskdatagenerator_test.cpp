@@ -39,6 +39,7 @@ public:
         peek.Param().splitCount_YRes = splitCount_YRes;
         peek.QueueBuffer() = std::make_unique<CItemBuffer>();
         std::vector<SMaskDataGenerate_SubParam*> items;
+        items.reserve(static_cast<std::size_t>(poolSize));
         for (int i = 0; i < poolSize; ++i)
             items.push_back(new SMaskDataGenerate_SubParam{-1, -1, -1}); // the queues' from here on
         peek.QueueBuffer()->Create(items, "pool");
@@ -162,7 +163,9 @@ TEST(MaskDataGenerator, AFreeQueueThatStaysEmptyIsNoFailure)
 TEST(MaskDataGenerator, AWorkQueueThatStaysFullFailsAndTakesTheItemOutOfCirculation)
 {
     CProducer producer(2, 3, 2, 1);
-    ASSERT_TRUE(producer.Work().TryPush(new SMaskDataGenerate_SubParam{7, 7, 7}));
+    auto other = std::make_unique<SMaskDataGenerate_SubParam>();
+    ASSERT_TRUE(producer.Work().TryPush(other.get()));
+    static_cast<void>(other.release()); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the queue's now
     EXPECT_TRUE(producer.peek.OneLoop());
     const CLogCapture log;
     EXPECT_FALSE(producer.peek.OneLoop());
