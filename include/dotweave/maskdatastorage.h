@@ -49,10 +49,10 @@ private:
     bool Release_ListMaskData();
     bool Release_ListMaskData_Content();
 
-    boost::recursive_mutex* m_pMutex;
+    boost::recursive_mutex* m_pMutex = nullptr;
     std::int32_t m_listMaskData_MaxCount;
-    std::list<CMaskData_Base*>* m_pListMaskData;
-    CMaskData_Base* m_pMaskData_Current;
+    std::list<CMaskData_Base*>* m_pListMaskData = nullptr;
+    CMaskData_Base* m_pMaskData_Current = nullptr;
 
     friend struct SMaskDataStorage_Peek; // the tests' only key to private members; defined in tests/support
 };

@@ -22,10 +22,11 @@
 
 /// Logs "failure" at SeverityLevel_Failure.
 /// @return always false, so that a failing path is one statement
-bool Log_Failure(boost::log::string_literal unit, boost::log::string_literal scope, unsigned int line);
+bool Log_Failure(const boost::log::string_literal& unit, const boost::log::string_literal& scope,
+                 unsigned int line);
 
 /// Logs "<name> = " and a number at SeverityLevel_Failure.
 /// @param text  the member's name with the equals sign and its blanks
 /// @return always false
-bool Log_FailureValue(boost::log::string_literal unit, boost::log::string_literal scope, unsigned int line,
-                      boost::log::string_literal text, int value);
+bool Log_FailureValue(const boost::log::string_literal& unit, const boost::log::string_literal& scope,
+                      unsigned int line, const boost::log::string_literal& text, int value);

@@ -16,7 +16,7 @@ constexpr int POSITION_COUNT_GOOD = 20;
 /// `count` offsets, each one `distance` behind the one before.
 std::int32_t* Offsets_New(int count, int distance)
 {
-    std::int32_t* offsets = new std::int32_t[static_cast<std::size_t>(count)];
+    auto* offsets = new std::int32_t[static_cast<std::size_t>(count)];
     for (int i = 0; i < count; ++i)
         offsets[i] = distance * i;
     return offsets;

@@ -4,6 +4,7 @@
 #include "dotweave/cuttable.h"
 #include "dotweave/maskblock.h"
 
+#include <cstddef>
 #include <cstdint>
 
 /// Everything that the generator needs to build the mask bytes of one mask object. The caller keeps what the
@@ -34,3 +35,10 @@ struct SMaskDataGenerate_SubParam {
     std::int32_t position;
     std::int32_t splitIndex_YRes;
 };
+
+/// The mask line of an item's first row.
+std::uint8_t* ItemLines_First(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
+/// Bytes from the mask line of one row to that of the next: the lines of the Y resolution passes alternate.
+std::ptrdiff_t ItemLines_Distance(const SMaskDataGenerate_Param& param);
+/// Blanks the lines of an item that is lost: the output holds zeros there, never what the memory held.
+void ItemLines_Clear(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <exception>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -101,11 +103,16 @@ bool CMaskDataGenerator::Prepare()
 
 bool CMaskDataGenerator::OneLoop()
 {
-    if (OneLoop_ByState())
-        return true;
+    try {
+        if (OneLoop_ByState())
+            return true;
+    } catch (const std::exception&) {
+        // The producer ends like one that failed.
+    }
     Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator::OneLoop(void)", __LINE__,
                      "m_processState = ", m_processState);
     Stop();
+    LostItems_Clear();
     return false;
 }
 
@@ -136,11 +143,22 @@ bool CMaskDataGenerator::AddSourceData()
     if (!m_queueBuffer->m_queue_Free->Pop(item, FREE_WAIT_MS))
         return true;
     *item = {m_color_Next, m_position_Next, m_splitIndex_Next};
-    ++m_splitIndex_Next;
     if (!m_queueBuffer->m_queue_Work->Push(item)) {
         delete item; // it leaves circulation
         return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator::AddSourceData(void)", __LINE__);
     }
+    if (NextItem_Advance())
+        return true;
+    m_queueBuffer->m_queue_Work->AddFinished_Set();
+    m_processState = ProcessState_WaitSub;
+    return true;
+}
+
+/// Counts on to the next item: Y resolution passes innermost, then positions, then colours.
+/// @return whether there is one
+bool CMaskDataGenerator::NextItem_Advance()
+{
+    ++m_splitIndex_Next;
     if (m_splitIndex_Next >= m_param.splitCount_YRes) {
         m_splitIndex_Next = 0;
         ++m_position_Next;
@@ -149,11 +167,25 @@ bool CMaskDataGenerator::AddSourceData()
         m_position_Next = 0;
         ++m_color_Next;
     }
-    if (m_color_Next < m_param.colorCount)
-        return true;
-    m_queueBuffer->m_queue_Work->AddFinished_Set();
-    m_processState = ProcessState_WaitSub;
-    return true;
+    return m_color_Next < m_param.colorCount;
+}
+
+/// Blanks the lines of items that nobody will do any more: those left in the queue by workers that failed, and
+/// those that a failed producer never handed out. Every worker has ended by now.
+void CMaskDataGenerator::LostItems_Clear()
+{
+    if (m_param.pMaskBlock == nullptr)
+        return;
+    for (SMaskDataGenerate_SubParam* item = nullptr; m_queueBuffer->m_queue_Work->TryPop(item);) {
+        const std::unique_ptr<SMaskDataGenerate_SubParam> lost(item);
+        if (lost != nullptr)
+            ItemLines_Clear(m_param, *lost);
+    }
+    if (m_processState != ProcessState_AddSource)
+        return;
+    do {
+        ItemLines_Clear(m_param, {m_color_Next, m_position_Next, m_splitIndex_Next});
+    } while (NextItem_Advance());
 }
 
 void CMaskDataGenerator::WaitSub()
@@ -162,8 +194,10 @@ void CMaskDataGenerator::WaitSub()
                                           [](const std::unique_ptr<CMaskDataGenerator_Sub>& worker) {
                                               return worker->Wait_Exit(WORKER_WAIT_MS);
                                           });
-    if (haveAllEnded)
-        Stop();
+    if (!haveAllEnded)
+        return;
+    LostItems_Clear();
+    Stop();
 }
 
 void CMaskDataGenerator::Stop()

@@ -51,7 +51,9 @@ private:
     bool Create_AllSubThread();
     bool OneLoop_ByState();
     bool AddSourceData();
+    bool NextItem_Advance();
     void WaitSub();
+    void LostItems_Clear();
 
     std::int32_t m_processState = 0;
     SMaskDataGenerate_Param m_param{};

@@ -89,10 +89,11 @@ bool CMaskDataGenerator_Sub::OneLoop()
         if (OneLoop_ByState())
             return true;
     } catch (const std::exception&) {
-        // No memory for the blocks, say: this worker ends like one that failed, the others take its share.
+        // No memory for the blocks, say: this worker ends like one that failed; while others live, they
+        // take its share.
     }
     if (m_processState >= ProcessState_Generate && m_processState <= ProcessState_Merge)
-        Lines_Clear();
+        ItemLines_Clear(*m_pParam, *m_pSourceData);
     Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)", __LINE__,
                      "m_processState = ", m_processState);
     Stop();
@@ -218,25 +219,10 @@ void CMaskDataGenerator_Sub::Merge_AllBlock()
     Lines_Merge(RowCount(m_sineRows.top), m_sineRows.bottom);
 }
 
-/// The mask line of the item's first row.
-std::uint8_t* CMaskDataGenerator_Sub::FirstLine() const
-{
-    return m_pParam->pMaskBlock->MaskData() +
-           static_cast<std::ptrdiff_t>(m_pSourceData->color) * m_pParam->maskBytes_OneColor +
-           static_cast<std::ptrdiff_t>(m_pSourceData->position) * m_pParam->maskBytes_OnePosition +
-           static_cast<std::ptrdiff_t>(m_pSourceData->splitIndex_YRes) * m_pParam->maskLineBytes;
-}
-
-/// Bytes from the mask line of one row to that of the next: the lines of the Y resolution passes alternate.
-std::ptrdiff_t CMaskDataGenerator_Sub::LineDistance() const
-{
-    return static_cast<std::ptrdiff_t>(m_pParam->splitCount_YRes) * m_pParam->maskLineBytes;
-}
-
 void CMaskDataGenerator_Sub::Lines_Pack(SRowRange rows)
 {
     const SMaskDataGenerate_Param& param = *m_pParam;
-    if (param.splitCount_XRes < 1)
+    if (param.splitCount_XRes < 1 || RowCount(rows) == 0)
         return;
     SMaskPack pack = {};
     pack.cutTable = param.pCutTable;
@@ -248,26 +234,21 @@ void CMaskDataGenerator_Sub::Lines_Pack(SRowRange rows)
     pack.width = param.thresholdWidth;
     pack.xResPass = param.splitCount_XRes;
     pack.bitsPerPixel = param.dotBits;
-    pack.firstLine = FirstLine();
-    pack.lineDistance = LineDistance();
+    pack.firstLine = ItemLines_First(param, *m_pSourceData);
+    pack.lineDistance = ItemLines_Distance(param);
     MaskKernel_CutAndPack(pack, rows, m_scratch.data());
 }
 
 /// Writes the lines of band rows whose dots stand in the blocks from row blockRow on.
 void CMaskDataGenerator_Sub::Lines_Merge(int blockRow, SRowRange rows)
 {
-    const std::ptrdiff_t distance = LineDistance();
+    if (RowCount(rows) == 0)
+        return;
+    const std::ptrdiff_t distance = ItemLines_Distance(*m_pParam);
     MaskKernel_Merge(m_blocks.get(), m_pParam->splitCount_XRes, m_pParam->dotBits,
-                     {blockRow, blockRow + RowCount(rows)}, FirstLine() + (rows.first - blockRow) * distance,
+                     {blockRow, blockRow + RowCount(rows)},
+                     ItemLines_First(*m_pParam, *m_pSourceData) + (rows.first - blockRow) * distance,
                      distance, m_scratch.data());
-}
-
-/// A failed item leaves blank lines, never what the memory held.
-void CMaskDataGenerator_Sub::Lines_Clear()
-{
-    std::uint8_t* line = FirstLine();
-    for (int row = 0; row < m_pParam->blockHeight; ++row, line += LineDistance())
-        std::fill_n(line, m_pParam->maskLineBytes, std::uint8_t{0});
 }
 
 bool CMaskDataGenerator_Sub::CompleteOneSourceData()

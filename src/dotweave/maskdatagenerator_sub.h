@@ -60,11 +60,8 @@ private:
     void WaitForWork();
     bool GenerateMaskData();
     bool Cut_OneBlock(int rowStart, int colStart, CMaskBlock& block);
-    std::uint8_t* FirstLine() const;
-    std::ptrdiff_t LineDistance() const;
     void Lines_Pack(SRowRange rows);
     void Lines_Merge(int blockRow, SRowRange rows);
-    void Lines_Clear();
     void Feather_SineMask();
     void Merge_AllBlock();
     bool CompleteOneSourceData();

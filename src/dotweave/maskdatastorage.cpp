@@ -24,9 +24,7 @@ using CListEntry = std::list<CMaskData_Base*>;
 
 } // namespace
 
-CMaskDataStorage::CMaskDataStorage()
-    : m_pMutex(nullptr), m_listMaskData_MaxCount(LIST_COUNT_MAX), m_pListMaskData(nullptr),
-      m_pMaskData_Current(nullptr)
+CMaskDataStorage::CMaskDataStorage() : m_listMaskData_MaxCount(LIST_COUNT_MAX)
 {
     auto mutex = std::make_unique<boost::recursive_mutex>();
     m_pListMaskData = new std::list<CMaskData_Base*>;
@@ -95,6 +93,7 @@ CMaskData_Base* CMaskDataStorage::MaskData_Find(const SMaskParam& param)
     for (CMaskData_Base* mask : *m_pListMaskData) {
         if (mask == nullptr)
             Log_Failure(UNIT, SCOPE, __LINE__);
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c): bit for bit, also floats
         if (std::memcmp(&mask->MaskParam_Input(), &param, sizeof(SMaskParam)) == 0)
             return mask;
     }

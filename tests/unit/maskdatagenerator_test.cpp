@@ -1,5 +1,6 @@
 #include "maskdatagenerator.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <future>
@@ -420,6 +421,21 @@ TEST(MaskDataGenerator, AThreadThatDoesNotStartFailsCreateAndDestructionEndsTheW
     ASSERT_EQ(peek.SubThreads().size(), 6U);
     for (const auto& worker : peek.SubThreads())
         EXPECT_FALSE(worker->Wait_Exit(0)); // they run and wait for work
+}
+
+TEST(MaskDataGenerator, ItemsOfWorkersThatAllFailedLeaveBlankLines)
+{
+    SPlainMask mask = PlainMask_Sliding(7, 3);
+    mask.positionCount = 3;
+    mask.yRes = 2;
+    SGeneratorJob job(mask);
+    std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0x5A});
+    job.param.splitCount_XRes = -1; // as many blocks as no memory holds: every worker ends in its first state
+    const CLogCapture quiet;
+    CMaskDataGenerator generator;
+    ASSERT_TRUE(generator.Create(job.param, 0));
+    ASSERT_TRUE(generator.Wait_Exit(0xFFFFFFFFU));
+    EXPECT_EQ(job.Bytes(), std::vector<std::uint8_t>(job.Bytes().size(), 0));
 }
 
 } // namespace
