@@ -3,6 +3,7 @@
 #include "logcapture.h"
 #include "maskparams.h"
 #include "peek.h"
+#include "refusals.h"
 
 #include <gtest/gtest.h>
 
@@ -12,33 +13,6 @@
 #include <vector>
 
 namespace {
-
-using Records = std::vector<SLogRecord>;
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";
-constexpr int MOST = std::numeric_limits<int>::max();
-constexpr int LEAST = std::numeric_limits<int>::min();
-
-/// The record of a set-up step that fails.
-SLogRecord StepFailure(const std::string& step, unsigned int line = LINE_ANY)
-{
-    return Failure(UNIT, "bool __cdecl CMaskData_Base::" + step + "(void)", line);
-}
-
-SLogRecord CreateFailure(unsigned int line)
-{
-    return Failure(UNIT, SCOPE_CREATE, line);
-}
-
-/// What a creation that must fail logs.
-Records RefusalOf(const SMaskParam& param)
-{
-    const CLogCapture log;
-    CMaskData_Base mask;
-    EXPECT_FALSE(mask.Create(param)) << param;
-    return log.Records();
-}
 
 /// Whether a creation succeeds, without a log record.
 bool IsBuilt(const SMaskParam& param)
