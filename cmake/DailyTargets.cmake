@@ -24,12 +24,14 @@ if(CLANG_FORMAT_PROGRAM)
         format
         COMMAND ${CLANG_FORMAT_PROGRAM} -i ${dotweave_own_sources}
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-        COMMENT "Formatting all sources")
+        COMMENT "Formatting all sources"
+        VERBATIM)
     add_custom_target(
         format-check
         COMMAND ${CLANG_FORMAT_PROGRAM} --dry-run --Werror ${dotweave_own_sources}
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-        COMMENT "Checking the format of all sources")
+        COMMENT "Checking the format of all sources"
+        VERBATIM)
 endif()
 
 find_program(RUN_CLANG_TIDY_PROGRAM NAMES run-clang-tidy-14 run-clang-tidy)
@@ -39,13 +41,15 @@ if(RUN_CLANG_TIDY_PROGRAM)
         COMMAND ${RUN_CLANG_TIDY_PROGRAM} -quiet -p ${PROJECT_BINARY_DIR}
                 "${PROJECT_SOURCE_DIR}/(benchmarks|examples|platform|src|tools)/"
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-        COMMENT "Checking library, host libraries and tools with clang-tidy")
+        COMMENT "Checking library, host libraries and tools with clang-tidy"
+        VERBATIM)
     # A target of its own: the test framework's macros make it take as long as everything else together.
     add_custom_target(
         lint-tests
         COMMAND ${RUN_CLANG_TIDY_PROGRAM} -quiet -p ${PROJECT_BINARY_DIR} "${PROJECT_SOURCE_DIR}/tests/"
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-        COMMENT "Checking tests with clang-tidy")
+        COMMENT "Checking tests with clang-tidy"
+        VERBATIM)
 endif()
 
 find_package(Doxygen QUIET)
