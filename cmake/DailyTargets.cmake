@@ -39,14 +39,14 @@ if(RUN_CLANG_TIDY_PROGRAM)
     add_custom_target(
         lint
         COMMAND ${RUN_CLANG_TIDY_PROGRAM} -quiet -p ${PROJECT_BINARY_DIR}
-                "${PROJECT_SOURCE_DIR}/(benchmarks|examples|platform|src|tools)/"
+                "${PROJECT_SOURCE_DIR}/(benchmarks|examples|platform|src|tools)/.*[.]cpp$"
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
         COMMENT "Checking library, host libraries and tools with clang-tidy"
         VERBATIM)
     # A target of its own: the test framework's macros make it take as long as everything else together.
     add_custom_target(
         lint-tests
-        COMMAND ${RUN_CLANG_TIDY_PROGRAM} -quiet -p ${PROJECT_BINARY_DIR} "${PROJECT_SOURCE_DIR}/tests/"
+        COMMAND ${RUN_CLANG_TIDY_PROGRAM} -quiet -p ${PROJECT_BINARY_DIR} "${PROJECT_SOURCE_DIR}/tests/.*[.]cpp$"
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
         COMMENT "Checking tests with clang-tidy"
         VERBATIM)
