@@ -1,0 +1,34 @@
+# Holds the symbols that the built library exports against exported.txt, one name a line, sorted:
+#   cmake -DNM=<nm> -DLIBRARY=<libdotweave.so> -P CheckExports.cmake
+# With -DUPDATE=ON it writes the list anew instead.
+cmake_minimum_required(VERSION 3.25)
+
+set(list_file ${CMAKE_CURRENT_LIST_DIR}/exported.txt)
+execute_process(
+    COMMAND ${NM} --dynamic --defined-only --demangle --format=posix ${LIBRARY}
+    OUTPUT_VARIABLE output
+    COMMAND_ERROR_IS_FATAL ANY)
+string(STRIP "${output}" output)
+string(REPLACE "\n" ";" lines "${output}")
+# A name may hold blanks; its type letter, place and size stand behind it. Compilers differ in the letter.
+list(TRANSFORM lines REPLACE " [A-Za-z] [0-9a-f]*( [0-9a-f]*)?$" "")
+list(REMOVE_DUPLICATES lines) # constructors and destructors come in several kinds
+list(SORT lines)
+if(UPDATE)
+    list(JOIN lines "\n" text)
+    file(WRITE ${list_file} "${text}\n")
+    return()
+endif()
+
+file(STRINGS ${list_file} expected)
+set(added ${lines})
+list(REMOVE_ITEM added ${expected})
+set(missing ${expected})
+list(REMOVE_ITEM missing ${lines})
+list(TRANSFORM added PREPEND "\n  + ")
+list(TRANSFORM missing PREPEND "\n  - ")
+if(added OR missing)
+    message(FATAL_ERROR "The library's symbols are not those of ${list_file}:" ${added} ${missing})
+endif()
+list(LENGTH lines count)
+message(STATUS "${count} symbols, as listed")

@@ -1,0 +1,28 @@
+# Looks for operations that a library inside a host's process must not call: those that end the process, write
+# to its console, start processes or threads of their own, or take its signals.
+#   cmake -DNM=<nm> -DLIBRARY=<libdotweave.so> -P CheckImports.cmake
+# Not looked for: fopen, fprintf and fclose, which the cut table dump calls on a file of its own; __assert_fail,
+# which only builds with assertions have, out of the headers of Boost; std::terminate and what a compiler names
+# in its stead, which is where an exception out of a noexcept operation ends in any C++.
+cmake_minimum_required(VERSION 3.25)
+
+set(forbidden
+    "_?_?exit|_Exit|quick_exit|abort|raise|kill|v?printf|puts|putchar|perror|write|std(in|out|err)"
+    "std::(cin|cout|cerr|clog|wcout|wcerr|wclog)|std::(exit|abort|quick_exit)|std::thread::.*|std::ios_base::Init::.*"
+    "system|popen|v?fork|exec[vl]p?e?|posix_spawnp?|pthread_create|signal|sigaction|atexit|setlocale|chdir|setenv|putenv")
+list(JOIN forbidden "|" forbidden)
+execute_process(
+    COMMAND ${NM} --dynamic --undefined-only --demangle --format=posix ${LIBRARY}
+    OUTPUT_VARIABLE output
+    COMMAND_ERROR_IS_FATAL ANY)
+string(STRIP "${output}" output)
+string(REPLACE "\n" ";" lines "${output}")
+list(TRANSFORM lines REPLACE "(@[A-Za-z0-9_.]+)? [A-Za-z]( .*)?$" "")
+if(NOT "memcpy" IN_LIST lines)
+    message(FATAL_ERROR "This is no list of what a library calls:\n${output}")
+endif()
+list(FILTER lines INCLUDE REGEX "^(${forbidden})([(].*)?$")
+if(lines)
+    list(JOIN lines "\n  " text)
+    message(FATAL_ERROR "The library calls what it must not:\n  ${text}")
+endif()
