@@ -105,3 +105,17 @@ inline CRanges PassZones(int passCount, int rowsPerPass)
                      PassShare(pass, passCount));
     return zones;
 }
+
+/// Zones of `rowsPerPass` rows whose passes form groups, each of which shares the scale; the last group takes the
+/// passes left over.
+inline CRanges HardZones(int basePass, int colorTimes, int rowsPerPass)
+{
+    CRanges zones;
+    const int groupSize = basePass / colorTimes;
+    for (int group = 0; group < colorTimes; ++group) {
+        const int size = group == colorTimes - 1 ? basePass - group * groupSize : groupSize;
+        const CRanges more = PassZones(size, rowsPerPass);
+        zones.insert(zones.end(), more.begin(), more.end());
+    }
+    return zones;
+}

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "../support/logcapture.h"
+#include "../support/maskdots.h"
 #include "../support/maskparams.h"
 #include "../support/peek.h"
 #include "../support/plainmask.h"
@@ -19,21 +20,6 @@ namespace {
 
 constexpr char UNIT[] = "maskdata_base";
 constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateMaskData_Old(void)";
-
-std::vector<std::uint8_t> Bytes(SMaskData_Base_Peek peek)
-{
-    const std::uint8_t* bytes = peek.MaskBlock()->MaskData_Const();
-    return {bytes, bytes + peek.MaskBlock()->MaskDataBytesCount()};
-}
-
-/// Builds the bytes again, on this thread.
-std::vector<std::uint8_t> Bytes_Old(SMaskData_Base_Peek peek)
-{
-    delete peek.MaskBlock();
-    peek.MaskBlock() = nullptr;
-    EXPECT_TRUE(peek.CreateMaskData_Old());
-    return Bytes(peek);
-}
 
 class CRandomParams {
 public:

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "../support/logcapture.h"
+#include "../support/maskdots.h"
 #include "../support/maskparams.h"
 #include "../support/peek.h"
 #include "../support/plainmask.h"
@@ -30,12 +31,6 @@ void Geometry_Create(SMaskData_Base_Peek peek, const SMaskParam& param)
     ASSERT_TRUE(peek.InitNoneRes());
     ASSERT_TRUE(peek.InitResParam());
     ASSERT_TRUE(peek.InitMaskSize());
-}
-
-std::vector<std::uint8_t> Bytes(SMaskData_Base_Peek peek)
-{
-    const std::uint8_t* bytes = peek.MaskBlock()->MaskData_Const();
-    return {bytes, bytes + peek.MaskBlock()->MaskDataBytesCount()};
 }
 
 /// Hard edges: zone i of the band carries pass i. The passes form colorTimes groups, the remainder goes to

@@ -1,8 +1,8 @@
 #include "dotweave/maskdata_base.h"
 
 #include "cuttables.h"
+#include "hardtables.h"
 #include "logcapture.h"
-#include "peek.h"
 
 #include <gtest/gtest.h>
 
@@ -13,36 +13,6 @@ namespace {
 
 constexpr char SCOPE_MULTIPLE_TIMES[] =
     "bool __cdecl CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes(struct SCutTable *,int)";
-
-/// A mask object of which only the numbers are set that a hard-edged cut table reads.
-class CHardMask {
-public:
-    CHardMask(int basePass, int colorTimes, int stepRows)
-    {
-        SMaskData_Base_Peek peek = {m_mask};
-        peek.Current().basePass = basePass;
-        peek.Current().colorTimes = colorTimes;
-        peek.StepHeight_NoneRes() = stepRows;
-        peek.MaskHeight_NoneRes() = basePass * stepRows;
-    }
-    CMaskData_Base m_mask;
-};
-
-CRanges OneTimes(int passCount, int rowsPerPass, int count)
-{
-    return BuiltRanges(passCount * rowsPerPass, [&](SCutTable* table) {
-        EXPECT_TRUE(
-            CMaskData_Base::CreateCutTable_FeatherNone_ColorOneTimes(table, count, rowsPerPass, passCount));
-    });
-}
-
-CRanges MultipleTimes(int basePass, int colorTimes, int stepRows)
-{
-    CHardMask hard(basePass, colorTimes, stepRows);
-    return BuiltRanges(basePass * stepRows, [&](SCutTable* table) {
-        EXPECT_TRUE(hard.m_mask.CreateCutTable_FeatherNone_ColorMultipleTimes(table, -1));
-    });
-}
 
 } // namespace
 

@@ -2,65 +2,13 @@
 
 #include "cuttables.h"
 #include "logcapture.h"
-#include "peek.h"
+#include "smooth2tables.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
 
 namespace {
-
-/// A mask object with the zones of a smooth-2 layout and nothing else.
-class CZonedMask {
-public:
-    CZonedMask(int basePass, int colorTimes, int featherRows, int passRows)
-        : m_passRows(basePass * passRows), m_featherRows((basePass + 1) * featherRows)
-    {
-        SMaskData_Base_Peek peek = {m_mask};
-        peek.Current().basePass = basePass;
-        peek.Current().colorTimes = colorTimes;
-        peek.Smooth2FeatherHeight() = featherRows;
-        peek.Smooth2FeatherHeightTotal() = m_featherRows;
-        peek.Smooth2PassHeight() = passRows;
-        peek.Smooth2PassHeightTotal() = m_passRows;
-    }
-
-    CRanges Whole(int count = -1)
-    {
-        return BuiltRanges(m_passRows + m_featherRows, [&](SCutTable* table) {
-            EXPECT_TRUE(m_mask.CreateCutTable_Smooth_2(table, count));
-        });
-    }
-    CRanges Pass(int count = -1)
-    {
-        return BuiltRanges(m_passRows, [&](SCutTable* table) {
-            EXPECT_TRUE(m_mask.CreateCutTable_Smooth_2_Pass(table, count));
-        });
-    }
-    CRanges Feather()
-    {
-        return BuiltRanges(m_featherRows, [&](SCutTable* table) {
-            EXPECT_TRUE(m_mask.CreateCutTable_Smooth_2_Feather(table, m_featherRows));
-        });
-    }
-
-    CMaskData_Base m_mask;
-    int m_passRows;
-    int m_featherRows;
-};
-
-/// What a hard-edged head would print in the same passes.
-CRanges HardZones(int basePass, int colorTimes, int rowsPerPass)
-{
-    CRanges zones;
-    const int groupSize = basePass / colorTimes;
-    for (int group = 0; group < colorTimes; ++group) {
-        const int size = group == colorTimes - 1 ? basePass - group * groupSize : groupSize;
-        const CRanges more = PassZones(size, rowsPerPass);
-        zones.insert(zones.end(), more.begin(), more.end());
-    }
-    return zones;
-}
 
 /// Six rows that slide down the scale two by two, in fifths.
 CRanges SixRows()

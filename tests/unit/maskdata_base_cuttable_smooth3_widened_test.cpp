@@ -8,38 +8,6 @@
 #include <set>
 #include <utility>
 
-namespace {
-
-/// How a range takes its new place when it is widened.
-enum class EPlace { Whole, PushedUp, CentredLow, CentredHigh, PushedDown };
-
-struct SWidened {
-    SRange range;
-    EPlace place;
-};
-
-/// The widening on paper: the new width around the old centre, moved back onto the scale at either end. Both
-/// halves are rounded down; from 32767 on the range hangs from its upper bound, below it stands on the lower.
-SWidened WidenedByHand(const SRange& range, int times)
-{
-    const int width = (range.upper - range.lower) * times;
-    if (width >= 65535)
-        return {{0, 65535}, EPlace::Whole};
-    const int centre = (range.lower + range.upper) / 2;
-    if (centre >= 32767) {
-        const int upper = centre + width / 2;
-        if (upper > 65535)
-            return {{65535 - width, 65535}, EPlace::PushedDown};
-        return {{upper - width, upper}, EPlace::CentredHigh};
-    }
-    const int lower = centre - width / 2;
-    if (lower < 0)
-        return {{0, width}, EPlace::PushedUp};
-    return {{lower, lower + width}, EPlace::CentredLow};
-}
-
-} // namespace
-
 TEST(CutTableSmooth3Widened, SixRowsPrintedTwiceAsWorkedByHand)
 {
     EXPECT_EQ(MultipleStyle2(6, 2, 2, 100),

@@ -1,23 +1,11 @@
 #include "dotweave/maskdata_base.h"
 
+#include "masksize.h"
 #include "peek.h"
 
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 namespace {
-
-/// What the search for a matrix height ends with.
-struct SMaskSize {
-    int height, positions;
-    bool operator==(const SMaskSize&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& stream, const SMaskSize& size)
-{
-    return stream << size.height << " rows, " << size.positions << " positions";
-}
 
 SMaskSize InitMaskSize(int fullHeight, int step)
 {
@@ -28,30 +16,6 @@ SMaskSize InitMaskSize(int fullHeight, int step)
     peek.StepHeight_NoneRes() = step;
     EXPECT_TRUE(peek.InitMaskSize());
     return {peek.BaseMaskHeight(), peek.PositionCount()};
-}
-
-/// Steps until a matrix of `height` rows starts over, counted on the paper.
-int Steps_Until_Repeat(int height, int step)
-{
-    int steps = 1;
-    for (int row = step % height; row != 0; row = (row + step) % height)
-        ++steps;
-    return steps;
-}
-
-/// The same search told the other way round: the first height from the top that repeats within 20 steps, else
-/// the one with the fewest steps, the largest such.
-SMaskSize MaskSize_ByCounting(int fullHeight, int step)
-{
-    SMaskSize best = {-1, 0};
-    for (int height = fullHeight; height > fullHeight - fullHeight / 2; --height) {
-        const int steps = Steps_Until_Repeat(height, step);
-        if (steps <= 20)
-            return {height, steps};
-        if (best.height < 0 || steps < best.positions)
-            best = {height, steps};
-    }
-    return best;
 }
 
 int MaskLineBytes(int width, int bitsPerPixel, int xResPass)

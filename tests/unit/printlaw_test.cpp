@@ -4,99 +4,20 @@
 #include "dotweave/maskdata_base.h"
 
 #include <cstddef>
-#include <cstdint>
-#include <functional>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "../support/maskdots.h"
 #include "../support/maskparams.h"
 #include "../support/peek.h"
 #include "../support/plainmask.h"
+#include "../support/printlaw.h"
 
 namespace {
 
 constexpr int WIDTH = 544;
-
-/// The sheet as one Y and one X resolution pass print it. Sheet rows count from the first row of the first
-/// band.
-class CSheet {
-public:
-    CSheet(CMaskData_Base& mask, int color, int r, int k)
-        : m_mask(mask), m_color(color), m_r(r), m_k(k),
-          m_height(SMaskData_Base_Peek{mask}.MaskHeight_NoneRes()),
-          m_step(SMaskData_Base_Peek{mask}.StepHeight_NoneRes()),
-          m_matrixRows(SMaskData_Base_Peek{mask}.BaseMaskHeight()),
-          m_positionCount(SMaskData_Base_Peek{mask}.PositionCount())
-    {}
-
-    /// Prints whole cycles of positions, so that the thresholds and the positions have both come round once.
-    /// The first rows of the sheet lack bands above them; FirstRow is covered by all.
-    void Print()
-    {
-        m_rowCount = m_positionCount * m_step;
-        m_prints.assign(static_cast<std::size_t>(m_rowCount) * WIDTH, 0);
-        int position = -1;
-        for (int band = 0; band * m_step < FirstRow() + m_rowCount; ++band) {
-            const std::uint8_t* bytes = m_mask.MaskData_Get(m_color, position);
-            for (int y = 0; y < m_height; ++y) {
-                const int row = band * m_step + y - FirstRow();
-                if (row < 0 || row >= m_rowCount)
-                    continue;
-                const std::uint8_t* line = bytes + static_cast<std::ptrdiff_t>(y * m_mask.YResPass() + m_r) *
-                                                       m_mask.MaskLineBytes_OneColor();
-                for (int x = 0; x < WIDTH; ++x) {
-                    const unsigned int pixel =
-                        Plain_Pixel(line, m_mask.BitsPerPixel(), x * m_mask.XResPass() + m_k);
-                    m_prints[Index(row, x)] += pixel != 0 ? 1 : 0;
-                }
-            }
-        }
-    }
-
-    [[nodiscard]] int FirstRow() const { return m_height; }
-
-    /// The threshold that decides a pixel; the resolution passes look at the matrix from elsewhere.
-    [[nodiscard]] int Threshold(int row, int x) const
-    {
-        const int matrixRow = (row + m_r * m_step / m_mask.YResPass()) % m_matrixRows;
-        const int matrixColumn = (x + WIDTH * m_k / m_mask.XResPass()) % WIDTH;
-        return CRawMaskData::RawData(m_color)[matrixRow * WIDTH + matrixColumn];
-    }
-
-    /// Pixels that are not printed as often as the law says.
-    /// @param law  prints of a pixel by its threshold and by its row within the step
-    [[nodiscard]] int WrongPixels(const std::function<int(int threshold, int rowInStep)>& law) const
-    {
-        int wrong = 0;
-        for (int row = 0; row < m_rowCount; ++row) {
-            const int sheetRow = FirstRow() + row;
-            for (int x = 0; x < WIDTH; ++x)
-                wrong += m_prints[Index(row, x)] == law(Threshold(sheetRow, x), sheetRow % m_step) ? 0 : 1;
-        }
-        return wrong;
-    }
-
-private:
-    static std::size_t Index(int row, int x)
-    {
-        return static_cast<std::size_t>(row) * WIDTH + static_cast<std::size_t>(x);
-    }
-
-    CMaskData_Base& m_mask;
-    int m_color;
-    int m_r;
-    int m_k;
-    int m_height;
-    int m_step;
-    int m_matrixRows;
-    int m_positionCount;
-    int m_rowCount = 0;
-    std::vector<int> m_prints;
-};
-
-using CLaw = std::function<int(int threshold, int rowInStep)>;
 
 /// Prints every colour in every resolution pass and holds each sheet against the law.
 void ExpectLaw(CMaskData_Base& mask, const CLaw& law)
@@ -114,12 +35,6 @@ void ExpectLaw(CMaskData_Base& mask, const CLaw& law)
     }
 }
 
-/// Each pixel once, but for threshold 0, which is never printed.
-int Once(int threshold, int /*rowInStep*/)
-{
-    return threshold > 0 ? 1 : 0;
-}
-
 SMaskParam MaskParam_FeatherNone(int nozzleCount, int basePass)
 {
     SMaskParam param = MaskParam_Plain();
@@ -135,7 +50,7 @@ TEST(PrintLaw, HardEdgesPrintEveryPixelOnce)
                                                 std::pair{33, 1}, std::pair{544, 4}, std::pair{85, 5}}) {
         CMaskData_Base mask;
         ASSERT_TRUE(mask.Create(MaskParam_FeatherNone(nozzleCount, basePass)));
-        ExpectLaw(mask, Once);
+        ExpectLaw(mask, Law_Times(1));
     }
 }
 
@@ -148,7 +63,7 @@ TEST(PrintLaw, HardEdgesPrintEveryPixelAsOftenAsAskedFor)
             param.colorTimes = colorTimes;
             CMaskData_Base mask;
             ASSERT_TRUE(mask.Create(param));
-            ExpectLaw(mask, [colorTimes](int threshold, int) { return threshold > 0 ? colorTimes : 0; });
+            ExpectLaw(mask, Law_Times(colorTimes));
         }
     }
 }
@@ -160,11 +75,11 @@ TEST(PrintLaw, SmoothTwoPrintsEveryPixelOnce)
     for (const float percent : {10.0F, 50.0F, 100.0F}) {
         CMaskData_Base mask;
         ASSERT_TRUE(mask.Create(MaskParam_Feathered(FeatherNozzle_Smooth_2, 120, 4, percent)));
-        ExpectLaw(mask, Once);
+        ExpectLaw(mask, Law_Times(1));
     }
     CMaskData_Base onePass;
     ASSERT_TRUE(onePass.Create(MaskParam_Feathered(FeatherNozzle_Smooth_2, 100, 1, 50.0F)));
-    ExpectLaw(onePass, Once);
+    ExpectLaw(onePass, Law_Times(1));
 }
 
 TEST(PrintLaw, HardEdgesThatTurnIntoSmoothTwoPrintEveryPixelOnceToo)
@@ -173,7 +88,7 @@ TEST(PrintLaw, HardEdgesThatTurnIntoSmoothTwoPrintEveryPixelOnceToo)
         CMaskData_Base mask;
         ASSERT_TRUE(mask.Create(MaskParam_FeatherNone(nozzleCount, basePass)));
         ASSERT_EQ(mask.MaskParam_Current().featherMode, FeatherMode_Nozzle);
-        ExpectLaw(mask, Once);
+        ExpectLaw(mask, Law_Times(1));
     }
 }
 
@@ -188,11 +103,7 @@ TEST(PrintLaw, SmoothTwoPrintsPassRowsAsOftenAsAskedForAndFeatherRowsOnce)
         CMaskData_Base mask;
         ASSERT_TRUE(mask.Create(param));
         ASSERT_EQ(SMaskData_Base_Peek{mask}.StepHeight_NoneRes(), 27);
-        ExpectLaw(mask, [colorTimes](int threshold, int rowInStep) {
-            if (threshold == 0)
-                return 0;
-            return rowInStep < FEATHER_ROWS ? 1 : colorTimes;
-        });
+        ExpectLaw(mask, Law_Zones(FEATHER_ROWS, colorTimes));
     }
 }
 
@@ -206,9 +117,7 @@ TEST(PrintLaw, SmoothThreePrintsEveryPixelUpToItsLevelOnce)
             param.featherLevelPercent = level;
             CMaskData_Base mask;
             ASSERT_TRUE(mask.Create(param));
-            ExpectLaw(mask, [level](int threshold, int) {
-                return threshold > 0 && threshold <= level * 65535 / 100 ? 1 : 0;
-            });
+            ExpectLaw(mask, Law_Level(level));
         }
     }
 }
@@ -217,7 +126,7 @@ TEST(PrintLaw, SmoothThreeWithoutFeatherRowsPrintsEveryPixelOnce)
 {
     CMaskData_Base mask; // 120 rows in 4 whole steps
     ASSERT_TRUE(mask.Create(MaskParam_Feathered(FeatherNozzle_Smooth_3, 120, 4, 0.0F)));
-    ExpectLaw(mask, Once);
+    ExpectLaw(mask, Law_Times(1));
 }
 
 TEST(PrintLaw, HoldsInEveryResolutionPassOfEveryColour)
@@ -240,25 +149,9 @@ TEST(PrintLaw, HoldsInEveryResolutionPassOfEveryColour)
             param.colorCount = 2;
             CMaskData_Base mask;
             ASSERT_TRUE(mask.Create(param)) << param;
-            ExpectLaw(mask, Once);
+            ExpectLaw(mask, Law_Times(1));
         }
     }
-}
-
-/// The dots of one position and resolution pass.
-CPlainDots Dots(CMaskData_Base& mask, int color, int position, int r, int k)
-{
-    const int height = SMaskData_Base_Peek{mask}.MaskHeight_NoneRes();
-    int before = position - 1;
-    const std::uint8_t* bytes = mask.MaskData_Get(color, before);
-    CPlainDots dots;
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* line =
-            bytes + static_cast<std::ptrdiff_t>(y * mask.YResPass() + r) * mask.MaskLineBytes_OneColor();
-        for (int x = 0; x < WIDTH; ++x)
-            dots.push_back(Plain_Pixel(line, mask.BitsPerPixel(), x * mask.XResPass() + k) != 0 ? 1 : 0);
-    }
-    return dots;
 }
 
 TEST(PrintLaw, TheSineKeepsEveryDotButThoseThatFindTheirPlaceTaken)
