@@ -40,6 +40,7 @@ testing::AssertionResult PlaneHoldsItsMatrix(const CBaseMaskData& data, int plan
 } // namespace
 
 static_assert(!std::is_polymorphic_v<CBaseMaskData>, "the class is plain");
+static_assert(sizeof(CBaseMaskData) == 24, "three numbers and the planes");
 
 TEST(BaseMaskData, CopiesOneWholeMatrixPerPlane)
 {

@@ -9,9 +9,13 @@
 #include <atomic>
 #include <list>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 namespace {
+
+static_assert(!std::is_polymorphic_v<CMaskDataStorage> && sizeof(CMaskDataStorage) == 32,
+              "a mutex, the most entries, the list and the current object");
 
 constexpr char SCOPE_INIT[] =
     "bool __cdecl CMaskDataStorage::MaskData_Current_Init(const struct SMaskParam &)";

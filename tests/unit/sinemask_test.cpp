@@ -68,6 +68,7 @@ int AgreedRows(int column, int width, int height)
 } // namespace
 
 static_assert(!std::is_polymorphic_v<CSineMask>, "the class is plain");
+static_assert(sizeof(CSineMask) == 48, "five numbers, two buffers, a number");
 static_assert(sizeof(ESinMaskType) == 4 && SinMaskType_Stored == 1 && SinMaskType_Probe == 2);
 
 TEST(SineMask, HoldsNothingBeforeItIsCreated)

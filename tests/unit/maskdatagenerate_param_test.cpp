@@ -1,0 +1,106 @@
+#include "maskdatagenerate_param.h"
+
+#include "dotweave/generatemaskdataparam.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <numeric>
+#include <type_traits>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "../support/generatorjob.h"
+#include "../support/plainmask.h"
+
+namespace {
+
+// The records that travel between the mask object, the generator and the cut, field by field. Pointers are of 64
+// bits; every number has 32 and a sign.
+static_assert(sizeof(void*) == 8);
+
+static_assert(std::is_standard_layout_v<SMaskDataGenerate_Param> &&
+              std::is_trivially_copyable_v<SMaskDataGenerate_Param>);
+static_assert(offsetof(SMaskDataGenerate_Param, pMaskBlock) == 0);
+static_assert(offsetof(SMaskDataGenerate_Param, maskBytes_OneColor) == 8);
+static_assert(offsetof(SMaskDataGenerate_Param, maskBytes_OnePosition) == 12);
+static_assert(offsetof(SMaskDataGenerate_Param, maskLineBytes) == 16);
+static_assert(offsetof(SMaskDataGenerate_Param, pBaseMaskData) == 24);
+static_assert(offsetof(SMaskDataGenerate_Param, thresholdHeight) == 32);
+static_assert(offsetof(SMaskDataGenerate_Param, thresholdWidth) == 36);
+static_assert(offsetof(SMaskDataGenerate_Param, colorCount) == 40);
+static_assert(offsetof(SMaskDataGenerate_Param, positionCount) == 44);
+static_assert(offsetof(SMaskDataGenerate_Param, pCutTable) == 48);
+static_assert(offsetof(SMaskDataGenerate_Param, cutTableCount) == 56);
+static_assert(offsetof(SMaskDataGenerate_Param, blockHeight) == 60);
+static_assert(offsetof(SMaskDataGenerate_Param, rowStep) == 64);
+static_assert(offsetof(SMaskDataGenerate_Param, splitCount_XRes) == 68);
+static_assert(offsetof(SMaskDataGenerate_Param, splitCount_YRes) == 72);
+static_assert(offsetof(SMaskDataGenerate_Param, dotBits) == 76);
+static_assert(offsetof(SMaskDataGenerate_Param, featherNozzleType) == 80);
+static_assert(sizeof(SMaskDataGenerate_Param) == 88);
+
+static_assert(std::is_standard_layout_v<SMaskDataGenerate_SubParam>);
+static_assert(offsetof(SMaskDataGenerate_SubParam, color) == 0);
+static_assert(offsetof(SMaskDataGenerate_SubParam, position) == 4);
+static_assert(offsetof(SMaskDataGenerate_SubParam, splitIndex_YRes) == 8);
+static_assert(sizeof(SMaskDataGenerate_SubParam) == 12);
+
+static_assert(std::is_standard_layout_v<SParam_GenerateMaskData>);
+static_assert(offsetof(SParam_GenerateMaskData, cutTable) == 0);
+static_assert(offsetof(SParam_GenerateMaskData, cutTableCount) == 8);
+static_assert(offsetof(SParam_GenerateMaskData, baseMaskData) == 16);
+static_assert(offsetof(SParam_GenerateMaskData, offsetY) == 24);
+static_assert(offsetof(SParam_GenerateMaskData, offsetX) == 28);
+static_assert(offsetof(SParam_GenerateMaskData, baseMaskHeight) == 32);
+static_assert(offsetof(SParam_GenerateMaskData, baseMaskWidth) == 36);
+static_assert(offsetof(SParam_GenerateMaskData, bitsPerPixel) == 40);
+static_assert(offsetof(SParam_GenerateMaskData, maskBlock) == 48);
+static_assert(sizeof(SParam_GenerateMaskData) == 56);
+
+/// Two colours of three positions in two Y resolution passes.
+SPlainMask PlainMask_Small()
+{
+    SPlainMask mask = PlainMask_Sliding(5, 3);
+    mask.colorCount = 2;
+    mask.positionCount = 3;
+    mask.yRes = 2;
+    return mask;
+}
+
+TEST(MaskDataGenerateParam, EveryMaskLineBelongsToOneItem)
+{
+    SGeneratorJob job(PlainMask_Small());
+    std::vector<int> owners(static_cast<std::size_t>(job.block.MaskDataBytesCount()), 0);
+    for (int color = 0; color < 2; ++color) {
+        for (int position = 0; position < 3; ++position) {
+            for (int split = 0; split < 2; ++split) {
+                const std::uint8_t* first = ItemLines_First(job.param, {color, position, split});
+                for (int row = 0; row < 5; ++row) {
+                    const std::ptrdiff_t at =
+                        first - job.block.MaskData() + row * ItemLines_Distance(job.param);
+                    for (std::ptrdiff_t byte = 0; byte < job.param.maskLineBytes; ++byte)
+                        ++owners[static_cast<std::size_t>(at + byte)];
+                }
+            }
+        }
+    }
+    EXPECT_EQ(owners, std::vector<int>(owners.size(), 1));
+}
+
+TEST(MaskDataGenerateParam, ALostItemLeavesItsOwnLinesBlankAndNoOthers)
+{
+    SGeneratorJob job(PlainMask_Small());
+    std::iota(job.block.MaskData(), job.block.MaskData() + job.block.MaskDataBytesCount(), std::uint8_t{1});
+    std::vector<std::uint8_t> expected = job.Bytes();
+    const int line = job.param.maskLineBytes;
+    for (int row = 0; row < 5; ++row) { // colour 1, position 2: the sixth position of 10 lines each
+        const std::ptrdiff_t at = (std::ptrdiff_t{5} * 10 + row * 2 + 1) * line;
+        std::fill_n(expected.begin() + at, line, std::uint8_t{0});
+    }
+    ItemLines_Clear(job.param, {1, 2, 1});
+    EXPECT_EQ(job.Bytes(), expected);
+}
+
+} // namespace
