@@ -8,6 +8,7 @@
 #include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
+#include "platformfaults.h"
 #include "throwingsink.h"
 
 #include <boost/log/attributes/named_scope.hpp>
@@ -15,7 +16,9 @@
 #include <boost/log/expressions.hpp>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <thread>
 #include <vector>
 
@@ -169,4 +172,19 @@ TEST(LogSwitch, TheStorageIsUnlockedAndUsableBehindASinksError)
     EXPECT_TRUE(isInit);
     EXPECT_EQ(storage.MaskData_Current_Get(), first);
     EXPECT_EQ(SMaskDataStorage_Peek{storage}.List().size(), 1U);
+}
+
+TEST(LogSwitch, ASinksErrorOnAWorkersThreadStaysThere)
+{
+    // Every worker fails, and so does what each of them logs. The band's only item is lost and leaves zeros.
+    const CPlatformFaults faults = CPlatformFaults::Prepare(EFailingPrepare::Worker);
+    const CLogCapture log;
+    const CThrowingSink sink;
+    CMaskData_Base mask;
+    EXPECT_TRUE(mask.Create(MaskParam_Plain()));
+    EXPECT_EQ(log.Records(), std::vector<SLogRecord>(6, Failure(UNIT_WORKER, SCOPE_WORKER_PREPARE)));
+    int position = -1;
+    const std::uint8_t* bytes = mask.MaskData_Get(0, position);
+    EXPECT_TRUE(
+        std::all_of(bytes, bytes + mask.MaskBytes_OneColor(), [](std::uint8_t byte) { return byte == 0; }));
 }
