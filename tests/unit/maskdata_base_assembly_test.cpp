@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "../support/geometrysteps.h"
 #include "../support/logcapture.h"
 #include "../support/maskdots.h"
 #include "../support/maskparams.h"
@@ -21,17 +22,6 @@ constexpr char UNIT[] = "maskdata_base";
 constexpr char SCOPE_CREATE_MASKDATA[] = "bool __cdecl CMaskData_Base::CreateMaskData(void)";
 constexpr char SCOPE_CREATE_CUTTABLE[] =
     "bool __cdecl CMaskData_Base::CreateCutTable(struct SCutTable *,int)";
-
-/// Every step of a creation but the last.
-void Geometry_Create(SMaskData_Base_Peek peek, const SMaskParam& param)
-{
-    peek.Current() = param;
-    peek.BaseMaskHeight() = 544;
-    peek.BaseMaskWidth() = 544;
-    ASSERT_TRUE(peek.InitNoneRes());
-    ASSERT_TRUE(peek.InitResParam());
-    ASSERT_TRUE(peek.InitMaskSize());
-}
 
 /// Hard edges: zone i of the band carries pass i. The passes form colorTimes groups, the remainder goes to
 /// the last group, and each group shares the threshold scale: pass j of q prints (j * 65535 / q, (j + 1) *

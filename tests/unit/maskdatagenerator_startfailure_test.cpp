@@ -16,7 +16,7 @@
 
 #include <atomic>
 #include <cerrno>
-#include <vector>
+#include <cstddef>
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -25,6 +25,7 @@
 #include "../support/generatorjob.h"
 #include "../support/logcapture.h"
 #include "../support/maskparams.h"
+#include "../support/missingthread.h"
 #include "../support/peek.h"
 
 namespace {
@@ -60,22 +61,6 @@ public:
     ~CThreadLimit() { s_threadsLeft = NO_LIMIT; }
 };
 
-/// The records of a generator that got this many of its seven threads.
-std::vector<SLogRecord> Records_Refused(int threadCount)
-{
-    const SLogRecord create =
-        Failure("maskdatagenerator",
-                "bool __cdecl CMaskDataGenerator::Create(const struct SMaskDataGenerate_Param &,int)");
-    if (threadCount == 6)
-        return {create};
-    return {
-        Failure("maskdatagenerator_sub",
-                "bool __cdecl CMaskDataGenerator_Sub::Create(const struct SMaskDataGenerate_Param *,class "
-                "CKelPtrQueueBuffer<struct SMaskDataGenerate_SubParam> *,const class CSineMask *)"),
-        Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Create_AllSubThread(void)"),
-        Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Init_Param(void)"), create};
-}
-
 TEST(MaskDataGeneratorStartFailure, AnyMissingThreadFailsCreateAndDestructionEndsTheOthers)
 {
     for (int threadCount = 0; threadCount < 7; ++threadCount) {
@@ -88,7 +73,7 @@ TEST(MaskDataGeneratorStartFailure, AnyMissingThreadFailsCreateAndDestructionEnd
             const CThreadLimit limit(threadCount);
             EXPECT_FALSE(generator.Create(job.param, 6));
         }
-        EXPECT_EQ(log.Records(), Records_Refused(threadCount));
+        EXPECT_EQ(log.Records(), Records_MissingThread(threadCount));
         EXPECT_EQ(peek.SubThreadCount(), 6);
         ASSERT_EQ(peek.SubThreads().size(), 6U);
         for (std::size_t slot = 0; slot < 6; ++slot) {
@@ -117,16 +102,12 @@ TEST(MaskDataGeneratorStartFailure, AMaskObjectWithoutThreadsFailsWithEveryLevel
         SCOPED_TRACE(threadCount);
         CMaskData_Base mask;
         SMaskData_Base_Peek peek{mask};
-        std::vector<SLogRecord> expected = Records_Refused(threadCount);
-        expected.push_back(Failure("maskdata_base", "bool __cdecl CMaskData_Base::CreateMaskData(void)"));
-        expected.push_back(
-            Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 120));
         const CLogCapture log;
         {
             const CThreadLimit limit(threadCount);
             EXPECT_FALSE(mask.Create(MaskParam_Plain()));
         }
-        EXPECT_EQ(log.Records(), expected);
+        EXPECT_EQ(log.Records(), Records_MissingThread_Create(threadCount));
         ASSERT_NE(peek.MaskBlock(), nullptr); // attached before the generator was made
         EXPECT_EQ(peek.MaskBlock()->MaskDataBytesCount(), mask.MaskBytes_OneColor());
     }

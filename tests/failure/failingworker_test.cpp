@@ -1,0 +1,161 @@
+#include "dotweave/maskdata_base.h"
+
+#include "failingpacking.h"
+#include "failuremodes.h"
+#include "geometrysteps.h"
+#include "livethreads.h"
+#include "logcapture.h"
+#include "maskbytes.h"
+#include "peek.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int WORKER_COUNT = 6;
+constexpr int EVERY_CALL = 1000000;
+
+using Records = std::vector<SLogRecord>;
+
+/// So many workers that ended in a state: 3 cuts the sine mask's rows, 5 packs the lines.
+Records WorkerRecords(int count, int state)
+{
+    return {static_cast<std::size_t>(count),
+            {"bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)", "maskdatagenerator_sub", LINE_ANY, 2,
+             "m_processState = " + std::to_string(state)}};
+}
+
+class FailingWorker : public testing::TestWithParam<SFailureMode> {
+protected:
+    FailingWorker() : m_expected(MaskBytes_Undisturbed(GetParam().param)), m_threadCount(LiveThreads_Count())
+    {}
+
+    /// A creation in which some calls of a step fail is right in all items but those that were lost with them.
+    void ExpectLost(EWorkerStep step, int first, int count, const SItemLines& lines)
+    {
+        const CLogCapture log;
+        const CFailingSteps failing(step, first, count);
+        CMaskData_Base mask;
+        ASSERT_TRUE(mask.Create(GetParam().param));
+        EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+        EXPECT_EQ(log.Records(),
+                  WorkerRecords(std::min(count, WORKER_COUNT), step == EWorkerStep::Cut ? 3 : 5));
+        EXPECT_EQ(ItemLines_Compare(mask, MaskBytes(mask), m_expected), lines);
+    }
+
+    int CallCount(EWorkerStep step)
+    {
+        const CFailingSteps none(step, 0, 0);
+        EXPECT_EQ(MaskBytes_Undisturbed(GetParam().param), m_expected);
+        return none.CallCount();
+    }
+
+    int Items()
+    {
+        CMaskData_Base mask;
+        return mask.Create(GetParam().param) ? ItemCount(mask) : 0;
+    }
+
+    std::vector<std::uint8_t> m_expected;
+    std::ptrdiff_t m_threadCount;
+};
+
+TEST_P(FailingWorker, AnyCallThatFailsCostsOneItemAndTheOthersGoOn)
+{
+    const int items = Items();
+    ASSERT_GE(CallCount(EWorkerStep::Pack), items);
+    for (const EWorkerStep step : {EWorkerStep::Cut, EWorkerStep::Pack}) {
+        const int calls = CallCount(step);
+        for (int call = 0; call < calls; ++call) {
+            SCOPED_TRACE(testing::Message() << "step " << static_cast<int>(step) << ", call " << call);
+            ExpectLost(step, call, 1, {items - 1, 1, 0});
+        }
+    }
+}
+
+TEST_P(FailingWorker, TheLastOneDoesWhatIsLeft)
+{
+    const int items = Items();
+    const int failing = std::min(items, WORKER_COUNT - 1); // the first calls: each is another worker's
+    ExpectLost(EWorkerStep::Pack, 0, failing, {items - failing, failing, 0});
+}
+
+TEST_P(FailingWorker, WhenAllFailTheItemsThatNobodyTakesStayBlank)
+{
+    // No more items than go round at once, so the producer gets rid of all of them and waits for nobody.
+    const int items = Items();
+    const int failing = std::min(items, WORKER_COUNT);
+    const CLogCapture log;
+    const CFailingSteps steps(EWorkerStep::Pack, 0, EVERY_CALL);
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(GetParam().param));
+    EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+    EXPECT_EQ(log.Records(), WorkerRecords(failing, 5));
+    EXPECT_EQ(ItemLines_Compare(mask, MaskBytes(mask), m_expected), (SItemLines{0, items, 0}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, FailingWorker, testing::ValuesIn(FailureModes()),
+                         [](const auto& modeCase) { return modeCase.param.name; });
+
+bool IsBlank(const CMaskBlock& block)
+{
+    const std::uint8_t* bytes = block.MaskData_Const();
+    return std::all_of(bytes, bytes + block.MaskDataBytesCount(),
+                       [](std::uint8_t byte) { return byte == 0; });
+}
+
+/// A mode with far more items than go round at once.
+SMaskParam MaskParam_ManyItems()
+{
+    SMaskParam param = MaskParam_Plain();
+    param.basePass = 17; // 17 positions of 32 rows
+    param.colorCount = 32;
+    return param;
+}
+
+TEST(FailingWorkers, WithMoreItemsThanGoRoundTheCreationEndsWithItsWait)
+{
+    const std::ptrdiff_t threadCount = LiveThreads_Count();
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    Geometry_Create(peek, MaskParam_ManyItems());
+    const CLogCapture log;
+    const CFailingSteps steps(EWorkerStep::Pack, 0, EVERY_CALL);
+    EXPECT_FALSE(peek.CreateMaskData_Within(250));
+    EXPECT_TRUE(LiveThreads_FallTo(threadCount));
+    Records expected = WorkerRecords(WORKER_COUNT, 5);
+    expected.push_back(
+        Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)"));
+    expected.push_back(Failure("maskdata_base", "bool __cdecl CMaskData_Base::CreateMaskData(void)"));
+    EXPECT_EQ(log.Records(), expected);
+    ASSERT_NE(peek.MaskBlock(), nullptr);
+    EXPECT_TRUE(IsBlank(*peek.MaskBlock()));
+}
+
+TEST(FailingWorkers, AnExpiredWaitLeavesNoThreadAndABlankBlockForGood)
+{
+    const std::ptrdiff_t threadCount = LiveThreads_Count();
+    for (unsigned int milliseconds = 0; milliseconds < 4; ++milliseconds) {
+        SCOPED_TRACE(milliseconds);
+        SMaskParam param = MaskParam_ManyItems();
+        param.xResPass = 2;
+        param.yResPass = 2;
+        param.basePass = 8; // 8 positions of 68 rows
+        CMaskData_Base mask;
+        SMaskData_Base_Peek peek{mask};
+        Geometry_Create(peek, param);
+        const CLogCapture quiet;
+        ASSERT_FALSE(peek.CreateMaskData_Within(milliseconds));
+        EXPECT_TRUE(IsBlank(*peek.MaskBlock()));
+        ASSERT_TRUE(LiveThreads_FallTo(threadCount)); // so that nobody is left to write
+        EXPECT_TRUE(IsBlank(*peek.MaskBlock()));
+    }
+}
+
+} // namespace

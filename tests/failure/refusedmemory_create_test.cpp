@@ -1,0 +1,206 @@
+#include "dotweave/maskdata_base.h"
+#include "dotweave/maskdatafactory.h"
+
+#include "failuremodes.h"
+#include "logcapture.h"
+#include "maskbytes.h"
+#include "missingthread.h"
+#include "refusedmemory.h"
+#include "refusedthreads.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <numeric>
+#include <vector>
+
+namespace {
+
+using Records = std::vector<SLogRecord>;
+
+/// A worker that got no memory for its blocks says so and ends.
+const Records WORKER_WITHOUT_MEMORY = {{"bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)",
+                                        "maskdatagenerator_sub", LINE_ANY, 2, "m_processState = 1"}};
+
+/// What a rejected object leaves allocated for good: itself, the two arrays of step offsets, the block and its
+/// bytes.
+constexpr long REJECTED_OBJECT_PIECES = 5;
+
+/// How the attempts to create a mode ended.
+struct STally {
+    int builtCount = 0;
+    int thrownCount = 0;
+    std::array<int, GENERATOR_THREAD_COUNT> missingThreads =
+        {}; // attempts by the first thread that did not start
+
+    void Report() const
+    {
+        testing::Test::RecordProperty("thrown", thrownCount);
+        testing::Test::RecordProperty("missingThreads",
+                                      std::accumulate(missingThreads.begin(), missingThreads.end(), 0));
+        testing::Test::RecordProperty("built", builtCount);
+    }
+};
+
+/// Every thread has been the one that was missing.
+void ExpectEveryThreadMissedOnce(const STally& tally)
+{
+    for (std::size_t thread = 0; thread < tally.missingThreads.size(); ++thread)
+        EXPECT_GT(tally.missingThreads[thread], 0) << thread;
+}
+
+class RefusedMemory : public testing::TestWithParam<SFailureMode> {
+protected:
+    RefusedMemory() : m_expected(MaskBytes_Undisturbed(GetParam().param))
+    {
+        // The first record of all leaves the logging library's own state behind.
+        const CLogCapture log;
+        CMaskData_Base rejected;
+        EXPECT_FALSE(rejected.Create({}));
+    }
+
+    /// Creates the mode on an object of its own.
+    SAttempt Create_Attempt(const SRefusalPlan& plan, STally& tally) const
+    {
+        const CLogCapture log;
+        CMaskData_Base mask;
+        SAttempt attempt;
+        const CRefusedThreads threads(ALL_THREADS);
+        bool isBuilt = false;
+        bool isThrown = false;
+        {
+            const CRefusedMemory refusal(plan);
+            try {
+                isBuilt = mask.Create(GetParam().param);
+            } catch (const std::bad_alloc&) {
+                isThrown = true;
+            }
+            attempt.wasRefused = refusal.HasRefused();
+        }
+        Note(attempt,
+             {isBuilt ? &mask : nullptr, isThrown, threads.AskedCount(), log.Records(),
+              &Records_MissingThread_Create},
+             tally);
+        return attempt;
+    }
+
+    /// Has the factory create it.
+    SAttempt Factory_Attempt(const SRefusalPlan& plan, STally& tally) const
+    {
+        const CLogCapture log;
+        std::unique_ptr<CMaskData_Base> mask;
+        SAttempt attempt;
+        const CRefusedThreads threads(ALL_THREADS);
+        bool isThrown = false;
+        {
+            const CRefusedMemory refusal(plan);
+            try {
+                mask.reset(CMaskDataFactory::MaskData_Create(GetParam().param));
+            } catch (const std::bad_alloc&) {
+                isThrown = true;
+            }
+            attempt.wasRefused = refusal.HasRefused();
+        }
+        if (mask == nullptr && !isThrown)
+            attempt.leftBehind = REJECTED_OBJECT_PIECES; // deliberate
+        Note(attempt,
+             {mask.get(), isThrown, threads.AskedCount(), log.Records(), &Records_MissingThread_Factory},
+             tally);
+        return attempt;
+    }
+
+    std::vector<std::uint8_t> m_expected;
+
+private:
+    struct SEnd {
+        const CMaskData_Base* mask; // null when none was built
+        bool isThrown;
+        int threadCount; // that the creation asked for
+        Records records;
+        Records (*recordsOfMissingThread)(int);
+    };
+
+    /// Only these ends are right: the mask as ever; the exception, without a record; false or null with the
+    /// records of a thread that could not start; the mask as ever with the record of a worker that others stood
+    /// in for.
+    void Note(const SAttempt& attempt, const SEnd& end, STally& tally) const
+    {
+        if (end.mask != nullptr) {
+            ++tally.builtCount;
+            EXPECT_EQ(end.records, attempt.wasRefused ? WORKER_WITHOUT_MEMORY : Records());
+            EXPECT_EQ(MaskBytes(*end.mask), m_expected);
+        } else if (end.isThrown) {
+            ++tally.thrownCount;
+            EXPECT_EQ(end.records, Records());
+        } else {
+            ASSERT_GT(end.threadCount, 0);
+            ASSERT_LE(end.threadCount, GENERATOR_THREAD_COUNT);
+            EXPECT_EQ(end.records, end.recordsOfMissingThread(end.threadCount - 1));
+            ++tally.missingThreads[static_cast<std::size_t>(end.threadCount - 1)];
+        }
+    }
+};
+
+TEST_P(RefusedMemory, OfTheCallerEndsInTheExceptionOrInAMissingThread)
+{
+    STally tally;
+    Refuse_EachInTurn({0, ERequester::Caller},
+                      [&](const SRefusalPlan& plan) { return Create_Attempt(plan, tally); });
+    ExpectEveryThreadMissedOnce(tally);
+    EXPECT_GE(tally.thrownCount, 20); // planes, table, offsets, block, queues, items, workers
+    EXPECT_EQ(tally.builtCount, 1);   // the last attempt, which met no refusal
+    tally.Report();
+}
+
+TEST_P(RefusedMemory, OfAWorkerLeavesItsShareToTheOthers)
+{
+    STally tally;
+    const int refused = Refuse_EachInTurn(
+        {0, ERequester::Others}, [&](const SRefusalPlan& plan) { return Create_Attempt(plan, tally); });
+    EXPECT_GE(refused, 6); // each worker asks at least once
+    EXPECT_EQ(tally.builtCount, refused + 1);
+    tally.Report();
+}
+
+TEST_P(RefusedMemory, InTheFactoryEndsInTheExceptionOrInNull)
+{
+    STally tally;
+    Refuse_EachInTurn({0, ERequester::Caller},
+                      [&](const SRefusalPlan& plan) { return Factory_Attempt(plan, tally); });
+    ExpectEveryThreadMissedOnce(tally);
+    EXPECT_GE(tally.thrownCount, 21); // the object itself too
+    EXPECT_EQ(tally.builtCount, 1);
+    tally.Report();
+}
+
+TEST_P(RefusedMemory, InAnyThreadInAnyOrderLeavesNothingBehind)
+{
+    STally tally;
+    Refuse_EachInTurn({0, ERequester::All},
+                      [&](const SRefusalPlan& plan) { return Factory_Attempt(plan, tally); });
+    EXPECT_GE(tally.thrownCount, 1);
+    tally.Report();
+}
+
+/// The C library asks for memory itself, for the state of a new thread that gets no used stack.
+TEST_P(RefusedMemory, OfTheCLibraryEndsInAMissingThread)
+{
+    if (!CLibraryMemory_CanBeRefused())
+        GTEST_SKIP() << "only in a plain build with the GNU C library, and where that keeps no used stacks";
+    STally tally;
+    Refuse_EachInTurn({0, ERequester::Caller, ERefusal::Once, ERequestKind::CLibrary},
+                      [&](const SRefusalPlan& plan) { return Create_Attempt(plan, tally); });
+    ExpectEveryThreadMissedOnce(tally);
+    EXPECT_EQ(tally.thrownCount, 0);
+    EXPECT_EQ(tally.builtCount, 1);
+    tally.Report();
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, RefusedMemory, testing::ValuesIn(FailureModes()),
+                         [](const auto& modeCase) { return modeCase.param.name; });
+
+} // namespace

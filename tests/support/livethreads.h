@@ -1,0 +1,42 @@
+#pragma once
+
+/// @file
+/// Whether threads stay behind. A joined thread may stand in the system's list for a moment longer, so its going is
+/// awaited, for as long as only a hanging thread takes.
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
+#include <thread>
+
+#if defined(__linux__)
+inline constexpr bool THREADS_CAN_BE_COUNTED = true;
+
+/// Threads of this process, those of a sanitizer included.
+inline std::ptrdiff_t LiveThreads_Count()
+{
+    namespace fs = std::filesystem;
+    return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
+}
+#else
+inline constexpr bool THREADS_CAN_BE_COUNTED = false; // the checks below then hold without a look
+
+inline std::ptrdiff_t LiveThreads_Count()
+{
+    return 0;
+}
+#endif
+
+/// @param count  threads before the work that must leave none behind
+/// @return false when more were still there after ten seconds
+inline bool LiveThreads_FallTo(std::ptrdiff_t count)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (LiveThreads_Count() > count) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
