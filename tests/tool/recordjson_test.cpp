@@ -65,6 +65,17 @@ TEST(RecordJson, WhatIsWrittenIsReadBackByteForByte)
     }
 }
 
+TEST(RecordJson, TheSignOfAZeroPercentageIsReadBackToo)
+{
+    for (const std::string zero : {"0", "0.0", "-0.0"}) {
+        SCOPED_TRACE(zero);
+        SMaskParam param = RECORD_DEFAULT;
+        param.featherPercent = zero[0] == '-' ? -0.0F : 0.0F;
+        EXPECT_EQ(Words(Read(R"({"featherPercent": )" + zero + "}")), Words(param));
+        EXPECT_EQ(Words(Read(Record_Json(param).dump())), Words(param));
+    }
+}
+
 TEST(RecordJson, WritesTheFieldsInOrderAsNumbers)
 {
     SMaskParam param = {7, 5, 3, 2, 9, 2, 1, 33.3F, 3, 4, 66, 5};

@@ -75,9 +75,11 @@ nlohmann::ordered_json Record_Json(const SMaskParam& param)
 {
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
     for (const SRecordField& field : RecordFields()) {
-        if (std::holds_alternative<float SMaskParam::*>(field.member)) // 33.3, not 33.29999923706055
-            object[field.name] = nlohmann::ordered_json::parse(RecordField_ValueText(field, param));
-        else
+        if (std::holds_alternative<float SMaskParam::*>(field.member)) { // 33.3, not 33.29999923706055
+            const std::string text = RecordField_ValueText(field, param);
+            // A whole -0 is plain 0 in JSON, but another mode as a record.
+            object[field.name] = nlohmann::ordered_json::parse(text == "-0" ? "-0.0" : text);
+        } else
             object[field.name] = param.*std::get<std::int32_t SMaskParam::*>(field.member);
     }
     return object;
