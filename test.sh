@@ -1,21 +1,23 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds and runs the tests.
-# usage: ./test.sh [--no-install] [--dev] [--asan] [--tsan] [--clang] [--coverage] [--all]
+# usage: ./test.sh [--no-install] [--dev] [--asan] [--tsan] [--clang] [--coverage] [--fuzz SECONDS] [--all]
 #   --dev    the tests as developers run them (the default)
 #   --asan   the same under the address and undefined behaviour sanitizers
 #   --tsan   the same under the thread sanitizer
 #   --clang  the same built with clang
 #   --coverage  the same with counters; prints which lines and branches of the library were run, and fails when
 #               they are too few (gcovr.cfg)
-#   --all    all of these but the coverage, one after the other
+#   --fuzz SECONDS  runs each fuzzer that long from its corpus and fails when one finds something
+#   --all    all of these but the coverage and the fuzzers, one after the other
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
 install=yes
 presets=()
-for argument in "$@"; do
-    case "$argument" in
+fuzzSeconds=
+while [ $# -gt 0 ]; do
+    case "$1" in
         --no-install) install=no ;;
         --dev) presets+=(dev) ;;
         --asan) presets+=(asan-ubsan) ;;
@@ -23,11 +25,21 @@ for argument in "$@"; do
         --clang) presets+=(dev-clang) ;;
         --coverage) presets+=(coverage) ;;
         --all) presets+=(dev asan-ubsan tsan dev-clang) ;;
+        --fuzz)
+            if ! [[ "${2:-}" =~ ^[1-9][0-9]{0,5}$ ]]; then
+                echo "test.sh: --fuzz needs the seconds for each fuzzer, from 1 to 999999" >&2
+                exit 2
+            fi
+            presets+=(fuzz)
+            fuzzSeconds=$2
+            shift
+            ;;
         *)
-            echo "test.sh: $argument: not one of --no-install --dev --asan --tsan --clang --coverage --all" >&2
+            echo "test.sh: $1: not one of --no-install --dev --asan --tsan --clang --coverage --fuzz --all" >&2
             exit 2
             ;;
     esac
+    shift
 done
 [ ${#presets[@]} -gt 0 ] || presets=(dev)
 
@@ -35,6 +47,7 @@ if [ "$install" = yes ]; then
     packages_install packages/apt.txt packages/apt-test.txt
     case " ${presets[*]} " in *" dev-clang "*) packages_install packages/apt-check.txt ;; esac
     case " ${presets[*]} " in *" coverage "*) packages_install packages/apt-coverage.txt ;; esac
+    case " ${presets[*]} " in *" fuzz "*) packages_install packages/apt-fuzz.txt ;; esac
 fi
 for preset in "${presets[@]}"; do
     if [ "$preset" = coverage ] && [ -d build/coverage ]; then
@@ -43,5 +56,8 @@ for preset in "${presets[@]}"; do
     cmake --workflow --preset "$preset"
     if [ "$preset" = coverage ]; then
         tools/coverage.sh build/coverage
+    fi
+    if [ "$preset" = fuzz ]; then
+        tools/fuzz.sh build/fuzz "$fuzzSeconds"
     fi
 done

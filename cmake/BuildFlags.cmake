@@ -18,6 +18,22 @@ if(DOTWEAVE_SANITIZERS)
     target_link_options(dotweave_build_flags INTERFACE ${sanitizer_flags})
 endif()
 
+if(DOTWEAVE_BUILD_FUZZERS)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "DOTWEAVE_BUILD_FUZZERS needs clang, not ${CMAKE_CXX_COMPILER_ID}: its fuzzing engine "
+                            "comes with the compiler. The preset fuzz chooses it.")
+    endif()
+    if(NOT DOTWEAVE_SANITIZERS MATCHES "address")
+        message(FATAL_ERROR "DOTWEAVE_BUILD_FUZZERS needs the address sanitizer in DOTWEAVE_SANITIZERS, "
+                            "whose runtime counts what the inputs reach")
+    endif()
+    # Counts which branches an input takes, in all our own code; the fuzzers alone get the engine.
+    set(counting_flags -fsanitize=fuzzer-no-link
+                       -fsanitize-coverage-ignorelist=${PROJECT_SOURCE_DIR}/tests/fuzz/uncounted.txt)
+    target_compile_options(dotweave_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:${counting_flags}>)
+    target_link_options(dotweave_build_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(DOTWEAVE_COVERAGE)
     # Atomic counters: the generator's seven threads count at once.
     target_compile_options(

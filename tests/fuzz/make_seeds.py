@@ -1,0 +1,122 @@
+#!/usr/bin/env python3
+"""Writes the seeds of the fuzzers: modes that presses run, and the edges of what can be built.
+
+usage: tests/fuzz/make_seeds.py    (writes into corpus/ beside this file)
+
+Inputs that the fuzzers found on top of these lie beside them and are named by their checksum.
+"""
+import json
+import pathlib
+import struct
+
+CORPUS = pathlib.Path(__file__).parent / "corpus"
+
+FIELDS = ("nozzleCount basePass xResPass yResPass colorCount bitsPerPixel featherMode featherPercent "
+          "featherNozzleType colorTimes featherLevelPercent resSplitType").split()
+PLAIN = dict(zip(FIELDS, (96, 2, 1, 1, 1, 1, 0, 50.0, 1, 1, 100, 0)))
+MOST, LEAST = 2**31 - 1, -2**31
+
+RECORDS = {
+    "sample_544_rows": dict(nozzleCount=544, basePass=1),
+    "production_544_rows": dict(nozzleCount=544, basePass=4, colorCount=4),
+    "hard": {},
+    "hard_printed_twice": dict(nozzleCount=100, basePass=5, colorTimes=2),
+    "hard_odd_rows_become_smooth_2": dict(nozzleCount=100, basePass=3),
+    "hard_rows_unused": dict(nozzleCount=50, basePass=5, xResPass=4, yResPass=2),
+    "hard_one_row": dict(nozzleCount=1, basePass=1),
+    "hard_with_sine": dict(featherNozzleType=3, nozzleCount=90),
+    "smooth_2": dict(featherMode=1, nozzleCount=120, basePass=4),
+    "smooth_2_printed_twice": dict(featherMode=1, nozzleCount=120, basePass=4, colorTimes=2),
+    "smooth_2_without_feather_rows": dict(featherMode=1, nozzleCount=120, basePass=4, featherPercent=0.0),
+    "smooth_2_all_feather": dict(featherMode=1, nozzleCount=20, basePass=1, featherPercent=100.0),
+    "smooth_3": dict(featherMode=1, featherNozzleType=2, nozzleCount=120, basePass=4),
+    "smooth_3_half_level": dict(featherMode=1, featherNozzleType=2, featherLevelPercent=50),
+    "smooth_3_level_0": dict(featherMode=1, featherNozzleType=2, featherLevelPercent=0),
+    "smooth_3_printed_thrice": dict(featherMode=1, featherNozzleType=2, basePass=4, colorTimes=3),
+    "smooth_3_sine": dict(featherMode=1, featherNozzleType=3, nozzleCount=132, basePass=1, featherPercent=12.5),
+    "smooth_3_sine_2_by_2": dict(featherMode=1, featherNozzleType=3, xResPass=2, yResPass=2, basePass=1),
+    "two_bits": dict(bitsPerPixel=2, xResPass=3),
+    "three_colours": dict(colorCount=3, nozzleCount=68),
+    "split_x2": dict(resSplitType=1, xResPass=4),
+    "split_y3": dict(resSplitType=3, yResPass=3),
+    "split_y4_with_rest": dict(resSplitType=4, yResPass=7),
+    "split_x2y2": dict(resSplitType=5, xResPass=4, yResPass=2),
+    "split_unknown": dict(resSplitType=6),
+    "step_without_good_height": dict(nozzleCount=26, basePass=2),
+    "refused_color_times_0": dict(colorTimes=0),
+    "refused_color_times_above_passes": dict(colorTimes=3),
+    "refused_split_leaves_no_pass": dict(resSplitType=3, yResPass=2),
+    "refused_feather_mode": dict(featherMode=2),
+    "refused_reserved_profile": dict(featherMode=1, featherNozzleType=4),
+    "refused_bits": dict(bitsPerPixel=3),
+    "refused_not_a_number": dict(featherMode=1, featherPercent=float("nan")),
+    "refused_infinite": dict(featherMode=1, featherPercent=float("-inf")),
+    "refused_too_few_rows": dict(nozzleCount=5, basePass=6),
+    "too_large_rows": dict(nozzleCount=MOST, basePass=1),
+    "too_large_passes": dict(nozzleCount=MOST, basePass=MOST, colorTimes=MOST),
+    "too_large_columns": dict(xResPass=MOST),
+    "too_large_lines": dict(nozzleCount=MOST, yResPass=MOST),
+    "too_large_colours": dict(colorCount=MOST),
+    "too_large_repeat": dict(nozzleCount=15790321, basePass=1),
+    "all_least": {name: LEAST for name in FIELDS if name != "featherPercent"},
+    "all_most": {name: MOST for name in FIELDS if name != "featherPercent"},
+}
+
+# builder, rows, step, passes, times, level in percent, count
+CUT_TABLES = {
+    "hard_four_passes": (0, 0, 10, 4, 1, 100, 40),
+    "hard_negative_count": (0, 0, 1, 64, 1, 100, -1),
+    "hard_twice_five_passes": (1, 0, 2, 5, 2, 100, 0),
+    "hard_more_times_than_passes": (1, 0, 3, 3, 5, 100, 0),
+    "smooth_2_fifths": (2, 2, 3, 2, 1, 100, 0),
+    "smooth_2_without_feather": (2, 0, 4, 5, 2, 100, 0),
+    "smooth_2_all_feather": (2, 8, 8, 4, 4, 100, 0),
+    "smooth_3_fifths": (3, 6, 2, 0, 0, 100, 0),
+    "smooth_3_shorter_than_step": (3, 5, 9, 0, 0, 100, 0),
+    "smooth_3_level_1": (3, 540, 85, 0, 0, 1, 0),
+    "zones_80_rows": (4, 80, 30, 0, 0, 100, 0),
+    "zones_deep": (4, 377, 144, 0, 0, 100, 0),
+    "groups_twice": (5, 2, 2, 4, 2, 100, 0),
+    "groups_more_times_than_passes": (5, 0, 5, 2, 4, 33, 0),
+    "widened_twice": (6, 6, 2, 0, 2, 100, 0),
+    "widened_middle": (6, 11, 2, 0, 3, 100, 0),
+    "widened_whole": (6, 40, 20, 0, 64, 100, 0),
+}
+
+MODE_FILES = {
+    "empty_object": "{}",
+    "all_numbers": json.dumps(dict(zip(FIELDS, (544, 4, 2, 3, 4, 2, 1, 33.3, 3, 2, 66, 5)))),
+    "names": '{"featherMode": "nozzle", "featherNozzleType": "smooth-3-sine", "resSplitType": "x2y2"}',
+    "percent_negative_zero": '{"featherPercent": -0.0}',
+    "percent_tiny": '{"featherPercent": 1e-320}',
+    "percent_top": '{"featherPercent": 1e2}',
+    "largest_count": '{"nozzleCount": 2147483647, "basePass": 2147483647}',
+    "escaped_name": '{"base\\u0050ass": 4}',
+    "refused_unknown_field": '{"basepass": 4}',
+    "refused_line_end_in_name": '{"a\\nb": 4}',
+    "refused_twice": '{"basePass": 4, "basePass": 4}',
+    "refused_type": '{"basePass": [{}, null, true, "x"]}',
+    "refused_fraction": '{"basePass": 4.0}',
+    "refused_range": '{"colorCount": 18446744073709551616}',
+    "refused_overflow": '{"featherPercent": 1e400}',
+    "refused_list": "[1, 2]",
+    "refused_cut_off": '{"basePass": ',
+    "refused_two_objects": "{} {}",
+    "refused_bytes": b"\xff\xfe{\x00}\x00",
+    "byte_order_mark": b'\xef\xbb\xbf{"basePass": 2}',
+}
+
+
+def write(fuzzer, name, data):
+    folder = CORPUS / fuzzer
+    folder.mkdir(parents=True, exist_ok=True)
+    (folder / name).write_bytes(data)
+
+
+for name, changes in RECORDS.items():
+    record = {**PLAIN, **changes}
+    write("fuzz_record", name, struct.pack("<7if4i", *(record[field] for field in FIELDS)))
+for name, numbers in CUT_TABLES.items():
+    write("fuzz_cuttable", name, struct.pack("<7i", *numbers))
+for name, text in MODE_FILES.items():
+    write("fuzz_param_file", name, text if isinstance(text, bytes) else text.encode())
