@@ -36,7 +36,8 @@ protected:
     FailingWorker() : m_expected(MaskBytes_Undisturbed(GetParam().param)), m_threadCount(LiveThreads_Count())
     {}
 
-    /// A creation in which some calls of a step fail is right in all items but those that were lost with them.
+    /// A creation in which some calls of a step fail is right in all items but those that were lost with
+    /// them.
     void ExpectLost(EWorkerStep step, int first, int count, const SItemLines& lines)
     {
         const CLogCapture log;

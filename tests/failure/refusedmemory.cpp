@@ -14,7 +14,7 @@
 
 #if defined(__GLIBC__) && !defined(DOTWEAVE_TEST_HAS_SANITIZED_ALLOCATOR)
 #define CAN_REFUSE_C_LIBRARY 1
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): given names
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): given
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
 extern "C" void* __libc_realloc(void* memory, std::size_t size);

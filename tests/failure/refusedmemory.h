@@ -3,9 +3,9 @@
 #include <functional>
 
 /// @file
-/// Memory that runs out at will. The test program replaces every form of operator new, and where the C library
-/// can be stood in front of, malloc, calloc and realloc too; both count what is asked for in the whole process,
-/// in the threads that a creation starts as well.
+/// Memory that runs out at will. The test program replaces every form of operator new, and where the C
+/// library can be stood in front of, malloc, calloc and realloc too; both count what is asked for in the
+/// whole process, in the threads that a creation starts as well.
 
 /// Whose requests are counted and refused.
 enum class ERequester {
@@ -54,8 +54,8 @@ public:
 /// Pieces of memory from operator new that nobody has given back yet.
 long LiveAllocations_Count();
 
-/// Whether requests of ERequestKind::CLibrary can be refused: in a plain build with the GNU C library that was told
-/// to keep no used stacks, as with them it asks for nothing.
+/// Whether requests of ERequestKind::CLibrary can be refused: in a plain build with the GNU C library that
+/// was told to keep no used stacks, as with them it asks for nothing.
 bool CLibraryMemory_CanBeRefused();
 
 struct SAttempt {
@@ -63,7 +63,7 @@ struct SAttempt {
     long leftBehind = 0;     ///< pieces of memory that may stay allocated behind this attempt
 };
 
-/// Makes an attempt with request 0 refused, another with request 1 refused and so on, until one meets no refusal.
-/// After each, no memory but what the attempt names and no thread may be left.
+/// Makes an attempt with request 0 refused, another with request 1 refused and so on, until one meets no
+/// refusal. After each, no memory but what the attempt names and no thread may be left.
 /// @return how many attempts met a refusal
 int Refuse_EachInTurn(SRefusalPlan plan, const std::function<SAttempt(const SRefusalPlan&)>& attempt);

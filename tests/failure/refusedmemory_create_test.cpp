@@ -26,10 +26,6 @@ using Records = std::vector<SLogRecord>;
 const Records WORKER_WITHOUT_MEMORY = {{"bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)",
                                         "maskdatagenerator_sub", LINE_ANY, 2, "m_processState = 1"}};
 
-/// What a rejected object leaves allocated for good: itself, the two arrays of step offsets, the block and its
-/// bytes.
-constexpr long REJECTED_OBJECT_PIECES = 5;
-
 /// How the attempts to create a mode ended.
 struct STally {
     int builtCount = 0;
@@ -125,8 +121,8 @@ private:
     };
 
     /// Only these ends are right: the mask as ever; the exception, without a record; false or null with the
-    /// records of a thread that could not start; the mask as ever with the record of a worker that others stood
-    /// in for.
+    /// records of a thread that could not start; the mask as ever with the record of a worker that others
+    /// stood in for.
     void Note(const SAttempt& attempt, const SEnd& end, STally& tally) const
     {
         if (end.mask != nullptr) {

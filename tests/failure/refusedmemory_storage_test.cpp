@@ -18,10 +18,6 @@
 
 namespace {
 
-/// What a rejected object leaves allocated for good: itself, the two arrays of step offsets, the block and its
-/// bytes.
-constexpr long REJECTED_OBJECT_PIECES = 5;
-
 /// Modes that differ in a field which hard edges never read: one step height, one set of bytes.
 SMaskParam Mode(int number)
 {

@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// A host's threading library that starts no further thread. The test program defines CustomThreadBase::Start in
-/// front of the library's own, which does the rest.
+/// A host's threading library that starts no further thread. The test program defines CustomThreadBase::Start
+/// in front of the library's own, which does the rest.
 
 #if defined(__linux__)
 inline constexpr bool THREADS_CAN_BE_REFUSED = true;
@@ -25,8 +25,8 @@ public:
     [[nodiscard]] int AskedCount() const;
 };
 
-/// While it lives, no thread misses its start for want of memory: what starting asks for is neither counted nor
-/// refused.
+/// While it lives, no thread misses its start for want of memory: what starting asks for is neither counted
+/// nor refused.
 class CSparedThreadStarts {
 public:
     CSparedThreadStarts();

@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// Whether threads stay behind. A joined thread may stand in the system's list for a moment longer, so its going is
-/// awaited, for as long as only a hanging thread takes.
+/// Whether threads stay behind. A joined thread may stand in the system's list for a moment longer, so its
+/// going is awaited, for as long as only a hanging thread takes.
 
 #include <chrono>
 #include <cstddef>
