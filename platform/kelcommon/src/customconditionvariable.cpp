@@ -1,8 +1,9 @@
 #include <kelcommon/customconditionvariable.h>
 
-#include "event.h"
+#include "autoevent.h"
+#include "manualevent.h"
 
-CustomConditionVariable::CustomConditionVariable() : m_event(std::make_unique<CEvent>(EEventReset::Auto)) {}
+CustomConditionVariable::CustomConditionVariable() : m_event(std::make_unique<CAutoEvent>()) {}
 
 CustomConditionVariable::~CustomConditionVariable() = default;
 
@@ -21,8 +22,7 @@ bool CustomConditionVariable::WaitOne(unsigned int milliseconds)
     return m_event->WaitOne(milliseconds);
 }
 
-CustomConditionVariable_Manual::CustomConditionVariable_Manual()
-    : m_event(std::make_unique<CEvent>(EEventReset::Manual))
+CustomConditionVariable_Manual::CustomConditionVariable_Manual() : m_event(std::make_unique<CManualEvent>())
 {}
 
 CustomConditionVariable_Manual::~CustomConditionVariable_Manual() = default;

@@ -1,7 +1,7 @@
 #include <kelcommon/customthreadbase.h>
 
 #include "threadrun.h"
-#include "timedwait.h"
+#include "waitlimit.h"
 
 CustomThreadBase::CustomThreadBase() : m_run(std::make_unique<CThreadRun>()) {}
 

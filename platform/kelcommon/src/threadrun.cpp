@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "threadname.h"
-#include "timedwait.h"
+#include "waitlimit.h"
 
 // A press makes seven threads for every mask and ends them again. Steps of the work need little stack, and
 // the C library keeps only a bounded cache of used stacks: small ones are taken from it, while stacks of the
@@ -13,29 +13,39 @@ static constexpr std::size_t THREAD_STACK_BYTES = std::size_t{1} << 20U;
 
 bool CThreadRun::Start(const char* name, std::function<void()> run)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_phase != EPhase::Idle || m_isStopAsked)
-        return false;
+    const std::lock_guard<std::mutex> threadLock(m_threadMutex);
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_phase != EPhase::Idle || m_isStopAsked)
+            return false;
+        m_phase = EPhase::Preparing; // before the thread is there, which begins while we are still here
+    }
+    if (Thread_Make(name, std::move(run)))
+        return true;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_phase = EPhase::Idle;
+    }
+    m_changed.notify_all();
+    return false;
+}
 
+bool CThreadRun::Thread_Make(const char* name, std::function<void()> run)
+{
     try {
         boost::thread::attributes attributes;
         attributes.set_stack_size(THREAD_STACK_BYTES);
-        const std::string threadName = name != nullptr ? name : "";
-        // The new thread waits for our lock, so it finds phase and handle complete.
-        m_thread = boost::thread(attributes, [this, threadName, run = std::move(run)] {
-            {
-                const std::lock_guard<std::mutex> ownLock(m_mutex);
+        m_thread = boost::thread(
+            attributes, [this, threadName = std::string(name != nullptr ? name : ""), run = std::move(run)] {
                 m_ownId = std::this_thread::get_id();
-            }
-            if (!threadName.empty())
-                ThreadName_Set(threadName);
-            run();
-        });
+                if (!threadName.empty())
+                    ThreadName_Set(threadName);
+                run();
+            });
+        return true;
     } catch (const std::exception&) { // no memory, or the platform gives no further thread
         return false;
     }
-    m_phase = EPhase::Preparing;
-    return true;
 }
 
 bool CThreadRun::Wait_PrepareComplete()
@@ -48,11 +58,11 @@ bool CThreadRun::Wait_PrepareComplete()
 
 bool CThreadRun::Wait_Paused()
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
     if (IsOwnThread())
         return false;
 
     // By the count: a Resume may follow a halt before we wake, and the next halt may never come.
+    std::unique_lock<std::mutex> lock(m_mutex);
     const unsigned int haltsBefore = m_haltCount;
     bool isHalted = false;
     m_changed.wait(lock, [this, haltsBefore, &isHalted] {
@@ -64,15 +74,19 @@ bool CThreadRun::Wait_Paused()
 
 bool CThreadRun::Wait_Exit(unsigned int milliseconds)
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
     if (IsOwnThread())
         return false;
-    if (!Wait_Until(m_changed, lock, milliseconds,
-                    [this] { return m_phase == EPhase::Idle || m_phase == EPhase::Ended; }))
-        return false;
-
-    // Under the lock, so that of several waiters one joins and none returns before. The ended thread needs
-    // the lock no more; what is left of it is its way out.
+    const CWaitLimit limit(milliseconds);
+    const auto isAtRest = [this] { return m_phase == EPhase::Idle || m_phase == EPhase::Ended; };
+    limit.Look_For(isAtRest);
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        if (!limit.Sleep_Until(m_changed, lock, isAtRest))
+            return false;
+    }
+    // Under a lock, so that of several waiters one joins and none returns before. All that is left of the
+    // ended thread is its way out.
+    const std::lock_guard<std::mutex> threadLock(m_threadMutex);
     if (m_thread.joinable()) {
         const boost::this_thread::disable_interruption noInterruption; // the waiter's own, were it asked to
         m_thread.join();
@@ -120,10 +134,12 @@ bool CThreadRun::Guarded(const std::function<bool()>& operation)
 
 void CThreadRun::PrepareComplete(bool isPrepared)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_isPrepared = isPrepared;
-    m_phase = EPhase::Looping;
-    m_changed.notify_all();
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_isPrepared = isPrepared;
+        m_phase = EPhase::Looping;
+    }
+    m_changed.notify_all(); // without the lock, which the woken want first
 }
 
 bool CThreadRun::NextLoop_Wait()
@@ -141,9 +157,11 @@ bool CThreadRun::NextLoop_Wait()
 
 void CThreadRun::End()
 {
-    // Notified under the lock: a waiter that sees the end joins us before it lets the object go.
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_phase = EPhase::Ended;
-    m_ownId = {};
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_phase = EPhase::Ended;
+        m_ownId = std::thread::id();
+    }
+    // A waiter that sees the end joins us before it lets the object go.
     m_changed.notify_all();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -41,16 +42,20 @@ private:
         Ended,     // nothing more will be called
     };
 
-    [[nodiscard]] bool IsOwnThread() const { return m_ownId == std::this_thread::get_id(); } // needs the lock
+    [[nodiscard]] bool IsOwnThread() const { return m_ownId == std::this_thread::get_id(); }
+    bool Thread_Make(const char* name, std::function<void()> run); // needs the thread's lock
 
-    mutable std::mutex m_mutex;        // guards all below
+    std::atomic<std::thread::id> m_ownId = std::thread::id(); // of the own thread while it may call us
+
+    std::mutex m_threadMutex; // guards the thread's handle; taken before the other one, if both
+    boost::thread m_thread;   // joinable from Start until the first Wait_Exit that returns true
+
+    mutable std::mutex m_mutex;        // guards all below; the new thread takes it without waiting for Start
     std::condition_variable m_changed; // any of the fields below has changed
-    EPhase m_phase = EPhase::Idle;
-    unsigned int m_haltCount = 0; // times the loop has halted
+    std::atomic<EPhase> m_phase = EPhase::Idle; // may be read without the lock
+    unsigned int m_haltCount = 0;               // times the loop has halted
     bool m_isStopAsked = false;
     bool m_isPauseAsked = false;
     bool m_isPrepared = false;
     bool m_isFailed = false;
-    std::thread::id m_ownId; // of the own thread while it may call us, else nobody's
-    boost::thread m_thread;  // joinable from Start until the first Wait_Exit that returns true
 };

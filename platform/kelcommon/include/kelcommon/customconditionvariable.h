@@ -4,7 +4,8 @@
 
 #include <kelcommon/kelcommonexport.h>
 
-class CEvent;
+class CAutoEvent;
+class CManualEvent;
 
 /// Event that falls back by itself: one Set releases exactly one waiter.
 /// A Set that finds threads waiting releases the one that has waited longest; otherwise the event stays set
@@ -31,7 +32,7 @@ public:
     bool WaitOne(unsigned int milliseconds);
 
 private:
-    std::unique_ptr<CEvent> m_event;
+    std::unique_ptr<CAutoEvent> m_event;
 };
 
 /// Event that stays set: a Set releases every waiter, and those to come, until Reset.
@@ -58,5 +59,5 @@ public:
     bool WaitOne(unsigned int milliseconds);
 
 private:
-    std::unique_ptr<CEvent> m_event;
+    std::unique_ptr<CManualEvent> m_event;
 };
