@@ -67,14 +67,16 @@ class Report:
         self.targets = self.context["targets"].split()
         self.medians = {}
         self.variations = {}
+        self.items = {}
         for entry in content["benchmarks"]:
-            name = entry["run_name"].removesuffix("/manual_time")
+            name = entry["run_name"].removesuffix("/manual_time").removesuffix("/real_time")
             if entry.get("error_occurred"):
                 raise BenchError(f"{name}: {entry['error_message']}")
             # One thread's work is charged to it alone, whoever else uses the processor; a creation is waited for.
             time = entry["cpu_time" if name.startswith("kernel/") else "real_time"]
             if entry.get("aggregate_name") == "median":
                 self.medians[name] = time * UNIT_SECONDS[entry["time_unit"]]
+                self.items[name] = entry.get("items", 1)
             elif entry.get("aggregate_name") == "cv":
                 self.variations[name] = time
         if not self.medians:
@@ -106,6 +108,13 @@ def create_ratios(report):
     for mode in MODES:
         value = report.quotient(f"one_thread/{mode}", f"create/{mode}")
         yield Ratio(f"creation over one thread with plain loops, {mode}", value, True, CREATE_WANTED[mode])
+    # The floors: nothing can be quicker than one thread that only reads every threshold and writes every byte,
+    # but several threads that share that; and no creation than threads that come and go without work.
+    for mode in MODES:
+        item = report.medians[f"kernel/{mode}/read"] + report.medians[f"kernel/{mode}/write"]
+        value = report.medians[f"create/{mode}"] / (item * report.items[f"create/{mode}"])
+        yield Ratio(f"creation to reading and writing on one thread, {mode}", value, False)
+    yield Ratio("creation to seven threads without work, W0", report.quotient("create/W0", "idle_threads"), False)
     value = (report.medians["one_thread/W0"] + TAIL_SECONDS) / report.medians["create/W0"]
     yield Ratio("creation over one thread and the 100 ms wait at its end, W0", value, True, 400)
     if "fresh_create/W2" in report.medians:

@@ -8,8 +8,10 @@
 #include "peek.h"
 
 #include <benchmark/benchmark.h>
+#include <boost/thread/thread.hpp>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -39,6 +41,13 @@ std::size_t MaskBytes(const CMaskData_Base& mask)
            static_cast<std::size_t>(mask.MaskParam_Current().colorCount);
 }
 
+/// Items that the generator's producer hands out for a mask.
+int WorkItems(const CMaskData_Base& mask)
+{
+    const SMaskParam param = mask.MaskParam_Current();
+    return param.colorCount * (mask.MaskBytes_OneColor() / mask.MaskBytes_OnePosition()) * param.yResPass;
+}
+
 /// Times a way to build a mask object, each time on a new one.
 template <typename TBuild>
 void Mask_Bench(benchmark::State& state, TBuild build)
@@ -51,6 +60,7 @@ void Mask_Bench(benchmark::State& state, TBuild build)
             return;
         }
         bytes = MaskBytes(mask);
+        state.counters["items"] = WorkItems(mask);
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
@@ -139,6 +149,27 @@ void FinishTail_Bench(benchmark::State& state, const SMaskParam& param)
         state.SetIterationTime(tail.Measure().count());
 }
 
+/// Starts as many threads as a generator has, lets them be there at the same time without any work, and sees
+/// them end: what a creation costs before the first threshold is looked at.
+void IdleThreads_Bench(benchmark::State& state)
+{
+    boost::thread::attributes attributes;
+    attributes.set_stack_size(std::size_t{1} << 20U);
+    for ([[maybe_unused]] const auto iteration : state) {
+        std::atomic<bool> isOver = false;
+        std::array<boost::thread, 7> threads;
+        for (boost::thread& thread : threads) {
+            thread = boost::thread(attributes, [&isOver] {
+                while (!isOver)
+                    boost::this_thread::yield();
+            });
+        }
+        isOver = true;
+        for (boost::thread& thread : threads)
+            thread.join();
+    }
+}
+
 using CBench = void (*)(benchmark::State&, const SMaskParam&);
 
 benchmark::internal::Benchmark* Register(const char* name, const SBenchMode& mode, CBench run)
@@ -162,6 +193,9 @@ void Create_Register()
         Register("fresh_create", modes[2], &Fresh_Bench)->UseManualTime();
         Register("fresh_zeros", modes[2], &Zeroed_Bench)->UseManualTime();
     }
+    benchmark::RegisterBenchmark("idle_threads", &IdleThreads_Bench)
+        ->Unit(benchmark::kMicrosecond)
+        ->UseRealTime();
     Register("storage_hit", modes[0], &StorageHit_Bench);
     Register("finish_tail", modes[0], &FinishTail_Bench)->UseManualTime();
 }
