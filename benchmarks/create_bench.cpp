@@ -1,6 +1,6 @@
 #include "allocator.h"
 #include "finishtail.h"
-#include "modes.h"
+#include "pressmodes.h"
 #include "registry.h"
 
 #include "constants.h"
@@ -172,7 +172,7 @@ void IdleThreads_Bench(benchmark::State& state)
 
 using CBench = void (*)(benchmark::State&, const SMaskParam&);
 
-benchmark::internal::Benchmark* Register(const char* name, const SBenchMode& mode, CBench run)
+benchmark::internal::Benchmark* Register(const char* name, const SPressMode& mode, CBench run)
 {
     const auto bench = [run, param = mode.param](benchmark::State& state) { run(state, param); };
     return benchmark::RegisterBenchmark((std::string(name) + "/" + mode.name).c_str(), bench)
@@ -183,12 +183,12 @@ benchmark::internal::Benchmark* Register(const char* name, const SBenchMode& mod
 
 void Create_Register()
 {
-    const auto modes = Modes_Get();
-    for (const SBenchMode& mode : modes) {
+    const auto modes = PressModes_Get();
+    for (const SPressMode& mode : modes) {
         Register("create", mode, &Create_Bench)->UseManualTime();
         Register("one_thread", mode, &OneThread_Bench)->UseManualTime();
     }
-    Register("create", Mode_W2Sine_Get(), &Create_Bench)->UseManualTime();
+    Register("create", PressMode_W2Sine_Get(), &Create_Bench)->UseManualTime();
     if (CFreshMemory::IsAvailable()) {
         Register("fresh_create", modes[2], &Fresh_Bench)->UseManualTime();
         Register("fresh_zeros", modes[2], &Zeroed_Bench)->UseManualTime();

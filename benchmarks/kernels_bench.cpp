@@ -1,4 +1,4 @@
-#include "modes.h"
+#include "pressmodes.h"
 #include "registry.h"
 #include "targets.h"
 #include "workitem.h"
@@ -77,7 +77,7 @@ void Register(const std::string& name, std::function<void(benchmark::State&)> ru
 void Kernels_Register()
 {
     const std::vector<std::int64_t> targets = Targets_Get();
-    for (const SBenchMode& mode : Modes_Get()) {
+    for (const SPressMode& mode : PressModes_Get()) {
         const auto item = std::make_shared<CWorkItem>(mode.param);
         const std::string prefix = std::string("kernel/") + mode.name;
         Register(prefix + "/reference", [item](benchmark::State& state) { Reference_Bench(state, *item); });

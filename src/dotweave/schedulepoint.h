@@ -7,9 +7,9 @@
 #if defined(DOTWEAVE_SCHEDULE_POINTS)
 /// Between two steps whose order against other threads matters.
 void SchedulePoint();
-/// A sleep for an item ran its whole time.
-void SchedulePoint_WaitExpired();
+/// A sleep for an item ran its whole time. @param wasMissed  though there was something to wake up for
+void SchedulePoint_WaitExpired(bool wasMissed);
 #else
 inline void SchedulePoint() {}
-inline void SchedulePoint_WaitExpired() {}
+inline void SchedulePoint_WaitExpired(bool /*wasMissed*/) {}
 #endif

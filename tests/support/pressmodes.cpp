@@ -1,4 +1,4 @@
-#include "modes.h"
+#include "pressmodes.h"
 
 namespace {
 
@@ -38,7 +38,7 @@ SMaskParam Mode_W2()
 
 } // namespace
 
-std::array<SBenchMode, 4> Modes_Get()
+std::array<SPressMode, 4> PressModes_Get()
 {
     return {{
         {"W0", Mode_Hard(544, 1, 1)},
@@ -48,9 +48,9 @@ std::array<SBenchMode, 4> Modes_Get()
     }};
 }
 
-SBenchMode Mode_W2Sine_Get()
+SPressMode PressMode_W2Sine_Get()
 {
-    SBenchMode mode = {"W2Sine", Mode_W2()};
+    SPressMode mode = {"W2Sine", Mode_W2()};
     mode.param.featherNozzleType = FeatherNozzle_Smooth_3_Sine;
     return mode;
 }
