@@ -16,7 +16,7 @@ for folder in "$tests"/corpus/*/; do
     rm -rf "${work:?}/$name"
     mkdir -p "$work/$name/corpus" "$work/$name/finds"
     cp "$folder"* "$work/$name/corpus/"
-    options=(-max_total_time="$seconds" -timeout=30 -rss_limit_mb=2048 -print_final_stats=1)
+    options=(-max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 -print_final_stats=1)
     options+=(-artifact_prefix="$work/$name/finds/")
     if [ "$name" = fuzz_record ]; then options+=(-max_len=48); fi
     if [ -f "$tests/$name.dict" ]; then options+=(-dict="$tests/$name.dict"); fi
