@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 
 mkdir -p "$build/coverage"
 # The compiler's counters are read once; the reports are made of what was read.
-gcovr --root . --fail-under-line 0 --json "$build/coverage.json" "$build"
+gcovr --root . --fail-under-line 0 --json "$build/coverage.json" "$build/src" "$build/tests"
 gcovr --root . --fail-under-line 0 --add-tracefile "$build/coverage.json" --txt --branches
 gcovr --root . --fail-under-line 0 --add-tracefile "$build/coverage.json" \
     --html-details "$build/coverage/index.html"

@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -187,4 +188,21 @@ TEST(LogSwitch, ASinksErrorOnAWorkersThreadStaysThere)
     const std::uint8_t* bytes = mask.MaskData_Get(0, position);
     EXPECT_TRUE(
         std::all_of(bytes, bytes + mask.MaskBytes_OneColor(), [](std::uint8_t byte) { return byte == 0; }));
+}
+
+TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateToo)
+{
+    CMaskDataGenerator generator;
+    SMaskDataGenerator_Peek peek{generator};
+    std::vector<SMaskDataGenerate_SubParam*> items = {new SMaskDataGenerate_SubParam{}};
+    peek.QueueBuffer() = std::make_unique<CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>>();
+    peek.QueueBuffer()->Create(items, "pool"); // the queues' from here on
+    ASSERT_TRUE(peek.QueueBuffer()->m_queue_Work->TryPush(new SMaskDataGenerate_SubParam{}));
+    peek.ProcessState() = 2; // hands out the item, for which the full queue has no room
+    const CLogCapture log;
+    const CThrowingSink sink;
+    EXPECT_THROW(peek.OneLoop(), CSinkError); // the host's thread library keeps it inside the thread
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{
+                                 Failure(UNIT_GENERATOR, SCOPE_GENERATOR_ADD),
+                                 FailureValue(UNIT_GENERATOR, SCOPE_GENERATOR_LOOP, "m_processState = 2")}));
 }

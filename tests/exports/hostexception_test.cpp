@@ -18,13 +18,13 @@
 #include <dlfcn.h>
 #include <pthread.h>
 
+#if !defined(DOTWEAVE_TEST_HAS_SANITIZED_ALLOCATOR)
 namespace {
 
 bool s_isMutexRefused = false;
 
 } // namespace
 
-#if !defined(DOTWEAVE_TEST_HAS_SANITIZED_ALLOCATOR)
 // The platform's operation, which the library finds here before it finds the genuine one. Sanitizers stand in this
 // place themselves.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the platform's are reserved names
