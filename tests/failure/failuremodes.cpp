@@ -1,5 +1,9 @@
 #include "failuremodes.h"
 
+#include "dotweave/maskdata_base.h"
+
+#include "logcapture.h"
+
 #include <ostream>
 
 namespace {
@@ -70,4 +74,11 @@ const std::vector<SFailureMode>& FailureModes()
 std::ostream& operator<<(std::ostream& stream, const SFailureMode& mode)
 {
     return stream << mode.name << ' ' << mode.param;
+}
+
+void FirstRecord_Log()
+{
+    const CLogCapture quiet;
+    CMaskData_Base rejected;
+    static_cast<void>(rejected.Create({}));
 }

@@ -20,3 +20,6 @@ std::ostream& operator<<(std::ostream& stream, const SFailureMode& mode);
 /// What a rejected object leaves allocated for good: itself, the two arrays of step offsets, the block and
 /// its bytes.
 inline constexpr long REJECTED_OBJECT_PIECES = 5;
+
+/// Logs a record, as the first one of a process leaves the logging library's own state allocated behind it.
+void FirstRecord_Log();

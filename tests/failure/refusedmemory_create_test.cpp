@@ -51,13 +51,7 @@ void ExpectEveryThreadMissedOnce(const STally& tally)
 
 class RefusedMemory : public testing::TestWithParam<SFailureMode> {
 protected:
-    RefusedMemory() : m_expected(MaskBytes_Undisturbed(GetParam().param))
-    {
-        // The first record of all leaves the logging library's own state behind.
-        const CLogCapture log;
-        CMaskData_Base rejected;
-        EXPECT_FALSE(rejected.Create({}));
-    }
+    RefusedMemory() : m_expected(MaskBytes_Undisturbed(GetParam().param)) { FirstRecord_Log(); }
 
     /// Creates the mode on an object of its own.
     SAttempt Create_Attempt(const SRefusalPlan& plan, STally& tally) const

@@ -33,10 +33,7 @@ protected:
     {
         for (int number = 1; number <= 5; ++number)
             EXPECT_TRUE(m_storage.MaskData_Current_Init(Mode(number)));
-        // The first record of all leaves the logging library's own state behind.
-        const CLogCapture log;
-        CMaskData_Base rejected;
-        EXPECT_FALSE(rejected.Create({}));
+        FirstRecord_Log();
     }
 
     struct SState {
