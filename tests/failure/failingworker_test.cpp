@@ -7,6 +7,7 @@
 #include "logcapture.h"
 #include "maskbytes.h"
 #include "peek.h"
+#include "refusedmemory.h"
 
 #include <gtest/gtest.h>
 
@@ -33,8 +34,24 @@ Records WorkerRecords(int count, int state)
 
 class FailingWorker : public testing::TestWithParam<SFailureMode> {
 protected:
-    FailingWorker() : m_expected(MaskBytes_Undisturbed(GetParam().param)), m_threadCount(LiveThreads_Count())
+    FailingWorker()
+        : m_expected(MaskBytes_Undisturbed(GetParam().param)), m_threadCount(LiveThreads_Baseline())
     {}
+
+    void SetUp() override
+    {
+        FirstRecord_Log();
+        m_liveCount = LiveAllocations_Count();
+    }
+
+    /// Nobody may be left, nor may anything be that a worker held.
+    void TearDown() override
+    {
+        EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+        if (!HasFailure()) {
+            EXPECT_EQ(LiveAllocations_Count(), m_liveCount);
+        }
+    }
 
     /// A creation in which some calls of a step fail is right in all items but those that were lost with
     /// them.
@@ -65,6 +82,7 @@ protected:
 
     std::vector<std::uint8_t> m_expected;
     std::ptrdiff_t m_threadCount;
+    long m_liveCount = 0;
 };
 
 TEST_P(FailingWorker, AnyCallThatFailsCostsOneItemAndTheOthersGoOn)
@@ -116,13 +134,13 @@ SMaskParam MaskParam_ManyItems()
 {
     SMaskParam param = MaskParam_Plain();
     param.basePass = 17; // 17 positions of 32 rows
-    param.colorCount = 32;
+    param.colorCount = 4;
     return param;
 }
 
 TEST(FailingWorkers, WithMoreItemsThanGoRoundTheCreationEndsWithItsWait)
 {
-    const std::ptrdiff_t threadCount = LiveThreads_Count();
+    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
     Geometry_Create(peek, MaskParam_ManyItems());
@@ -141,13 +159,14 @@ TEST(FailingWorkers, WithMoreItemsThanGoRoundTheCreationEndsWithItsWait)
 
 TEST(FailingWorkers, AnExpiredWaitLeavesNoThreadAndABlankBlockForGood)
 {
-    const std::ptrdiff_t threadCount = LiveThreads_Count();
-    for (unsigned int milliseconds = 0; milliseconds < 4; ++milliseconds) {
+    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
+    for (const unsigned int milliseconds : {0U, 0U, 1U}) {
         SCOPED_TRACE(milliseconds);
-        SMaskParam param = MaskParam_ManyItems();
-        param.xResPass = 2;
-        param.yResPass = 2;
-        param.basePass = 8; // 8 positions of 68 rows
+        SMaskParam param = MaskParam_ManyItems(); // and large ones
+        param.nozzleCount = 512;
+        param.basePass = 16; // 17 positions of 32 rows
+        param.xResPass = 4;
+        param.yResPass = 4;
         CMaskData_Base mask;
         SMaskData_Base_Peek peek{mask};
         Geometry_Create(peek, param);

@@ -250,7 +250,7 @@ long LiveAllocations_Count()
 
 int Refuse_EachInTurn(SRefusalPlan plan, const std::function<SAttempt(const SRefusalPlan&)>& attempt)
 {
-    const std::ptrdiff_t threadCount = LiveThreads_Count();
+    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     for (plan.number = 0; plan.number < REQUEST_COUNT_MAX; ++plan.number) {
         SCOPED_TRACE(testing::Message() << "request " << plan.number);
         const long liveCount = LiveAllocations_Count();

@@ -28,7 +28,7 @@ protected:
     {
         if (!THREADS_CAN_BE_REFUSED)
             GTEST_SKIP() << "no way to stand in front of the threading library";
-        m_threadCount = LiveThreads_Count();
+        m_threadCount = LiveThreads_Baseline();
     }
 
     /// @return what the operation logged while so many threads could start

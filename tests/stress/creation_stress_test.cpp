@@ -23,7 +23,7 @@ constexpr int CREATIONS_PER_THREAD = 30;
 TEST(CreationStress, SixteenThreadsCreateReadAndDestroyObjectsOfTheirOwn)
 {
     const std::vector<SStressMode> modes = StressModes_Mixed();
-    const std::ptrdiff_t threadCount = LiveThreads_Count();
+    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     HostThreads_Run([&](std::minstd_rand& random) {
         for (int round = 0; round < CREATIONS_PER_THREAD; ++round) {
             const SStressMode& mode = modes[random() % modes.size()];
@@ -83,7 +83,7 @@ TEST(CreationSoak, ThousandsOfCreationsUseNoMoreMemoryThanTheFirstHundred)
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "a sanitizer keeps memory of its own";
     const std::vector<SStressMode> modes = StressModes_Mixed();
-    const std::ptrdiff_t threadCount = LiveThreads_Count();
+    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     std::minstd_rand random(2026);
     long warmPages = 0;
     const int creations = SoakCreations();

@@ -20,7 +20,7 @@ constexpr int STORAGE_OBJECTS = 5;
 TEST(StorageStress, SixteenThreadsShareAStorageThatKeepsEverything)
 {
     const std::vector<SStressMode> modes = StressModes_OneStep(STORAGE_OBJECTS);
-    const std::ptrdiff_t threadCount = LiveThreads_Count();
+    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     {
         CMaskDataStorage storage;
         ASSERT_TRUE(storage.MaskData_Current_Init(modes[0].param)); // before anyone applies
