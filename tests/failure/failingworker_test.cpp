@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -148,11 +149,15 @@ TEST(FailingWorkers, WithMoreItemsThanGoRoundTheCreationEndsWithItsWait)
     const CFailingSteps steps(EWorkerStep::Pack, 0, EVERY_CALL);
     EXPECT_FALSE(peek.CreateMaskData_Within(250));
     EXPECT_TRUE(LiveThreads_FallTo(threadCount));
-    Records expected = WorkerRecords(WORKER_COUNT, 5);
-    expected.push_back(
-        Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)"));
-    expected.push_back(Failure("maskdata_base", "bool __cdecl CMaskData_Base::CreateMaskData(void)"));
-    EXPECT_EQ(log.Records(), expected);
+    // A worker that was not given a processor in this time has not failed before it is stopped.
+    Records records = log.Records();
+    const auto workers = std::remove(records.begin(), records.end(), WorkerRecords(1, 5).front());
+    EXPECT_LE(std::distance(workers, records.end()), WORKER_COUNT);
+    records.erase(workers, records.end());
+    EXPECT_EQ(
+        records,
+        (Records{Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)"),
+                 Failure("maskdata_base", "bool __cdecl CMaskData_Base::CreateMaskData(void)")}));
     ASSERT_NE(peek.MaskBlock(), nullptr);
     EXPECT_TRUE(IsBlank(*peek.MaskBlock()));
 }
