@@ -119,3 +119,16 @@ inline CRanges HardZones(int basePass, int colorTimes, int rowsPerPass)
     }
     return zones;
 }
+
+/// Rows that slide from the level down to 0, by the linear formula: row r prints up to (rows - r) / (m + 1) of the
+/// level and above (m - r) / (m + 1) of it, cut off at both ends, where m = rows - step.
+/// @param rows  at least `step`
+inline CRanges RampByFormula(int rows, int step, int level)
+{
+    CRanges ramp;
+    const int m = rows - step;
+    for (int r = 0; r < rows; ++r)
+        ramp.push_back(
+            {r < m ? (m - r) * level / (m + 1) : 0, r < step ? level : (rows - r) * level / (m + 1)});
+    return ramp;
+}
