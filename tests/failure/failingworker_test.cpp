@@ -42,6 +42,9 @@ protected:
     void SetUp() override
     {
         FirstRecord_Log();
+        {
+            SCOPED_TRACE("the first one leaves the test library's own list allocated");
+        }
         m_liveCount = LiveAllocations_Count();
     }
 
