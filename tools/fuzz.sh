@@ -27,10 +27,10 @@ for folder in "$tests"/corpus/*/; do
     else
         result="FAILED, input and log in $work/$name"
         found=1
-        grep -a -v -E '^(#[0-9]+|ParseDictionary|Dictionary:|INFO:)' "$work/$name/log" | head -60 >&2
+        awk '!/^(#[0-9]+|ParseDictionary|Dictionary:|INFO:)/ && ++shown <= 60' "$work/$name/log" >&2
     fi
     executed=$(sed -n 's/^stat::number_of_executed_units: *//p' "$work/$name/log")
-    covered=$(grep -a -o -E '^#[0-9]+.* cov: [0-9]+' "$work/$name/log" | tail -1 | sed 's/.*cov: //')
+    covered=$(sed -n 's/^#[0-9].* cov: \([0-9]*\).*/\1/p' "$work/$name/log" | tail -n 1)
     echo "$name: ${executed:-no} executions in $seconds s, ${covered:-no} branches reached: $result"
 done
 exit "$found"
