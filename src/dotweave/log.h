@@ -11,11 +11,27 @@
 /// every compiler; the source unit named after the class; the agreed line number, or __LINE__ where none is
 /// agreed.
 
+/// A scope of the calling thread while it lives.
+/// @throws std::bad_alloc when this is the thread's first one and there is no memory for its list of scopes.
+///         Boost's sentry alone would end the process then, and the thread that logs may be a worker that has
+///         just run out of memory.
+class CLogScope {
+public:
+    CLogScope(const boost::log::string_literal& scope, const boost::log::string_literal& unit,
+              unsigned int line)
+        : m_scopes(boost::log::attributes::named_scope::get_scopes()), m_sentry(scope, unit, line)
+    {}
+
+private:
+    const boost::log::attributes::named_scope::value_type& m_scopes; // made here, before the sentry needs it
+    boost::log::attributes::named_scope::sentry m_sentry;
+};
+
 /// Pushes the scope, asks the logging core, and only then opens a record that takes what is streamed behind
 /// it:
 ///     DOTWEAVE_LOG(UNIT, SCOPE, 941, SeverityLevel_Info) << "m_maskHeight = " << m_maskHeight;
 #define DOTWEAVE_LOG(unit, scope, line, severity)                                                            \
-    switch (const ::boost::log::attributes::named_scope::sentry dotweaveScope(scope, unit, line); 0)         \
+    switch (const ::CLogScope dotweaveScope(scope, unit, line); 0)                                           \
     case 0:                                                                                                  \
     default:                                                                                                 \
         BOOST_LOG_SEV(::CCustomBoostLog::BoostLog_Get(), severity)

@@ -16,6 +16,7 @@
 #include <memory>
 #include <new>
 #include <numeric>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -174,6 +175,74 @@ TEST_P(RefusedMemory, InAnyThreadInAnyOrderLeavesNothingBehind)
                       [&](const SRefusalPlan& plan) { return Factory_Attempt(plan, tally); });
     EXPECT_GE(tally.thrownCount, 1);
     tally.Report();
+}
+
+/// Memory that stays gone takes the log's records with it, so nothing is said of them here. Workers that all
+/// end leave the items to nobody; their lines are zero then, never what the memory held.
+TEST_P(RefusedMemory, ThatStaysGoneEndsInTheExceptionOrInBlankLines)
+{
+    STally tally;
+    const auto attempt = [&](const SRefusalPlan& plan) {
+        const CLogCapture quiet;
+        CMaskData_Base mask;
+        SAttempt made;
+        bool isBuilt = false;
+        {
+            const CRefusedMemory refusal(plan);
+            try {
+                isBuilt = mask.Create(GetParam().param);
+                EXPECT_TRUE(isBuilt) << "a failure would have been logged, for which there is no memory";
+            } catch (const std::bad_alloc&) {
+                ++tally.thrownCount;
+            }
+            made.wasRefused = refusal.HasRefused();
+        }
+        if (isBuilt) {
+            ++tally.builtCount;
+            const SItemLines lines = ItemLines_Compare(mask, MaskBytes(mask), m_expected);
+            EXPECT_EQ(lines.wrong, 0);
+            EXPECT_TRUE(made.wasRefused || lines.blank == 0);
+        }
+        return made;
+    };
+    Refuse_EachInTurn({0, ERequester::All, ERefusal::FromThenOn}, attempt);
+    EXPECT_GE(tally.thrownCount, 20);
+    tally.Report();
+}
+
+/// A host's thread that never logged before makes the logging library's list of its scopes with its first
+/// record.
+TEST(RefusedMemoryLog, OfAThreadsFirstRecordTakesTheRecordOrTheCallWithIt)
+{
+    const Records expected = {
+        Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 85)};
+    int thrownCount = 0;
+    const auto attempt = [&](const SRefusalPlan& plan) {
+        const long liveCount = LiveAllocations_Count();
+        SAttempt made;
+        {
+            const CLogCapture log;
+            std::thread([&] {
+                CMaskData_Base rejected;
+                const CRefusedMemory refusal(plan);
+                try {
+                    EXPECT_FALSE(rejected.Create({}));
+                } catch (const std::bad_alloc&) {
+                    ++thrownCount;
+                }
+                made.wasRefused = refusal.HasRefused();
+            }).join();
+            EXPECT_EQ(log.Records(), made.wasRefused ? Records() : expected);
+        }
+        // The logging library itself loses a piece or two when it runs out of memory half-way.
+        if (made.wasRefused)
+            made.leftBehind = LiveAllocations_Count() - liveCount;
+        return made;
+    };
+    FirstRecord_Log();
+    const int refused = Refuse_EachInTurn({0, ERequester::Caller}, attempt);
+    EXPECT_GE(refused, 2); // the list, the record
+    EXPECT_EQ(thrownCount, refused);
 }
 
 /// The C library asks for memory itself, for the state of a new thread that gets no used stack.
