@@ -109,11 +109,22 @@ bool CMaskDataGenerator::OneLoop()
     } catch (const std::exception&) {
         // The producer ends like one that failed.
     }
-    Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator::OneLoop(void)", __LINE__,
-                     "m_processState = ", m_processState);
+    try {
+        Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator::OneLoop(void)", __LINE__,
+                         "m_processState = ", m_processState);
+    } catch (...) { // a sink's own error: nobody may see bytes that no worker wrote, logged or not
+        End_Failed();
+        throw;
+    }
+    End_Failed();
+    return false;
+}
+
+/// Ends the workers, then this thread, and blanks what none of them will write.
+void CMaskDataGenerator::End_Failed()
+{
     Stop();
     LostItems_Clear();
-    return false;
 }
 
 bool CMaskDataGenerator::OneLoop_ByState()

@@ -54,6 +54,7 @@ private:
     bool NextItem_Advance();
     void WaitSub();
     void LostItems_Clear();
+    void End_Failed();
 
     std::int32_t m_processState = 0;
     SMaskDataGenerate_Param m_param{};

@@ -3,6 +3,7 @@
 #include "dotweave/maskdata_base.h"
 #include "dotweave/maskdatafactory.h"
 #include "dotweave/maskdatastorage.h"
+#include "generatorjob.h"
 #include "log.h"
 #include "logcapture.h"
 #include "logscopes.h"
@@ -190,10 +191,13 @@ TEST(LogSwitch, ASinksErrorOnAWorkersThreadStaysThere)
         std::all_of(bytes, bytes + mask.MaskBytes_OneColor(), [](std::uint8_t byte) { return byte == 0; }));
 }
 
-TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateToo)
+TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateTooAndBlanksWhatNobodyWrites)
 {
+    SGeneratorJob job(PlainMask_Sliding(8, 4)); // goes behind the generator that points to it
+    std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0xFF});
     CMaskDataGenerator generator;
     SMaskDataGenerator_Peek peek{generator};
+    peek.Param() = job.param;
     std::vector<SMaskDataGenerate_SubParam*> items = {new SMaskDataGenerate_SubParam{}};
     peek.QueueBuffer() = std::make_unique<CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>>();
     peek.QueueBuffer()->Create(items, "pool"); // the queues' from here on
@@ -205,4 +209,5 @@ TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateToo)
     EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{
                                  Failure(UNIT_GENERATOR, SCOPE_GENERATOR_ADD),
                                  FailureValue(UNIT_GENERATOR, SCOPE_GENERATOR_LOOP, "m_processState = 2")}));
+    EXPECT_EQ(job.Bytes(), std::vector<std::uint8_t>(job.Bytes().size(), 0));
 }
