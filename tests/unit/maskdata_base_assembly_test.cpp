@@ -277,12 +277,12 @@ TEST(MaskDataBaseAssembly, ExpiredWaitsOneAfterTheOtherLeaveNothingBehind)
     for (int run = 0; run < 12; ++run) {
         SMaskParam param = MaskParam_Plain();
         param.basePass = 17; // many small items: a worker looks up often
-        param.colorCount = 32;
+        param.colorCount = 64; // enough of them for no machine to be done in a millisecond
         CMaskData_Base mask;
         SMaskData_Base_Peek peek{mask};
         Geometry_Create(peek, param);
         const CLogCapture log;
-        EXPECT_FALSE(peek.CreateMaskData_Within(static_cast<unsigned int>(run % 3)));
+        EXPECT_FALSE(peek.CreateMaskData_Within(static_cast<unsigned int>(run % 2)));
         EXPECT_EQ(log.Records().size(), 2U);
         EXPECT_NE(peek.MaskBlock(), nullptr);
     }
