@@ -276,7 +276,7 @@ TEST(MaskDataBaseAssembly, ExpiredWaitsOneAfterTheOtherLeaveNothingBehind)
 {
     for (int run = 0; run < 12; ++run) {
         SMaskParam param = MaskParam_Plain();
-        param.basePass = 17; // many small items: a worker looks up often
+        param.basePass = 17;   // many small items: a worker looks up often
         param.colorCount = 64; // enough of them for no machine to be done in a millisecond
         CMaskData_Base mask;
         SMaskData_Base_Peek peek{mask};
