@@ -91,6 +91,7 @@ bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     if (!generator.Wait_Exit(milliseconds))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    unbuilt.SetBuilt();
+    if (generator.IsOutputComplete())
+        unbuilt.SetBuilt();
     return true;
 }

@@ -109,22 +109,11 @@ bool CMaskDataGenerator::OneLoop()
     } catch (const std::exception&) {
         // The producer ends like one that failed.
     }
-    try {
-        Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator::OneLoop(void)", __LINE__,
-                         "m_processState = ", m_processState);
-    } catch (...) { // a sink's own error: nobody may see bytes that no worker wrote, logged or not
-        End_Failed();
-        throw;
-    }
-    End_Failed();
-    return false;
-}
-
-/// Ends the workers, then this thread, and blanks what none of them will write.
-void CMaskDataGenerator::End_Failed()
-{
+    Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator::OneLoop(void)", __LINE__,
+                     "m_processState = ", m_processState);
     Stop();
     LostItems_Clear();
+    return false;
 }
 
 bool CMaskDataGenerator::OneLoop_ByState()
@@ -182,9 +171,10 @@ bool CMaskDataGenerator::NextItem_Advance()
 }
 
 /// Blanks the lines of items that nobody will do any more: those left in the queue by workers that failed, and
-/// those that a failed producer never handed out. Every worker has ended by now.
+/// those that a failed producer never handed out. Every worker has ended by now, so the output is complete.
 void CMaskDataGenerator::LostItems_Clear()
 {
+    m_isOutputComplete = true;
     if (m_param.pMaskBlock == nullptr)
         return;
     for (SMaskDataGenerate_SubParam* item = nullptr; m_queueBuffer->m_queue_Work->TryPop(item);) {

@@ -35,6 +35,10 @@ public:
     /// Stops all workers, waits for them, then asks the producer to end.
     void Stop() override;
 
+    /// Whether every line of the output was written or blanked; to be asked when the run has ended. A producer
+    /// that was stopped, or that could not even log its failure, leaves lines as the memory held them.
+    [[nodiscard]] bool IsOutputComplete() const { return m_isOutputComplete; }
+
 protected:
     bool OneLoop() override;
     bool Prepare() override;
@@ -54,7 +58,6 @@ private:
     bool NextItem_Advance();
     void WaitSub();
     void LostItems_Clear();
-    void End_Failed();
 
     std::int32_t m_processState = 0;
     SMaskDataGenerate_Param m_param{};
@@ -65,6 +68,7 @@ private:
     std::int32_t m_subThreadCount = 1;
     std::unique_ptr<CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>> m_queueBuffer;
     std::unique_ptr<CSineMask> m_sineMask;
+    bool m_isOutputComplete = false; // belongs to the own thread until that has ended
 
     friend struct SMaskDataGenerator_Peek; // the tests' only key to private members; defined in tests/support
 };

@@ -1,9 +1,9 @@
 // What the host's logging core decides: whether anything is written at all, and what becomes of a sink's errors.
 
+#include "dirtyheap.h"
 #include "dotweave/maskdata_base.h"
 #include "dotweave/maskdatafactory.h"
 #include "dotweave/maskdatastorage.h"
-#include "generatorjob.h"
 #include "log.h"
 #include "logcapture.h"
 #include "logscopes.h"
@@ -21,6 +21,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -176,6 +177,13 @@ TEST(LogSwitch, TheStorageIsUnlockedAndUsableBehindASinksError)
     EXPECT_EQ(SMaskDataStorage_Peek{storage}.List().size(), 1U);
 }
 
+bool IsBlank(const CMaskData_Base& mask)
+{
+    int position = -1;
+    const std::uint8_t* bytes = mask.MaskData_Get(0, position);
+    return std::all_of(bytes, bytes + mask.MaskBytes_OneColor(), [](std::uint8_t byte) { return byte == 0; });
+}
+
 TEST(LogSwitch, ASinksErrorOnAWorkersThreadStaysThere)
 {
     // Every worker fails, and so does what each of them logs. The band's only item is lost and leaves zeros.
@@ -185,19 +193,30 @@ TEST(LogSwitch, ASinksErrorOnAWorkersThreadStaysThere)
     CMaskData_Base mask;
     EXPECT_TRUE(mask.Create(MaskParam_Plain()));
     EXPECT_EQ(log.Records(), std::vector<SLogRecord>(6, Failure(UNIT_WORKER, SCOPE_WORKER_PREPARE)));
-    int position = -1;
-    const std::uint8_t* bytes = mask.MaskData_Get(0, position);
-    EXPECT_TRUE(
-        std::all_of(bytes, bytes + mask.MaskBytes_OneColor(), [](std::uint8_t byte) { return byte == 0; }));
+    EXPECT_TRUE(IsBlank(mask));
 }
 
-TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateTooAndBlanksWhatNobodyWrites)
+TEST(LogSwitch, AProducerThatDoesNotGetReadyLeavesABlankMask)
 {
-    SGeneratorJob job(PlainMask_Sliding(8, 4)); // goes behind the generator that points to it
-    std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0xFF});
+    const CPlatformFaults faults = CPlatformFaults::Prepare(EFailingPrepare::Producer);
+    for (const bool isSinkThrowing : {false, true}) {
+        SCOPED_TRACE(isSinkThrowing);
+        const CLogCapture log;
+        std::optional<CThrowingSink> sink;
+        if (isSinkThrowing)
+            sink.emplace();
+        CMaskData_Base mask;
+        const CDirtyMemory dirty;
+        EXPECT_TRUE(mask.Create(MaskParam_Plain()));
+        EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_GENERATOR, SCOPE_GENERATOR_PREPARE)}));
+        EXPECT_TRUE(IsBlank(mask));
+    }
+}
+
+TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateToo)
+{
     CMaskDataGenerator generator;
     SMaskDataGenerator_Peek peek{generator};
-    peek.Param() = job.param;
     std::vector<SMaskDataGenerate_SubParam*> items = {new SMaskDataGenerate_SubParam{}};
     peek.QueueBuffer() = std::make_unique<CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>>();
     peek.QueueBuffer()->Create(items, "pool"); // the queues' from here on
@@ -209,5 +228,5 @@ TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateTooAndBlanksWhatNobodyWrit
     EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{
                                  Failure(UNIT_GENERATOR, SCOPE_GENERATOR_ADD),
                                  FailureValue(UNIT_GENERATOR, SCOPE_GENERATOR_LOOP, "m_processState = 2")}));
-    EXPECT_EQ(job.Bytes(), std::vector<std::uint8_t>(job.Bytes().size(), 0));
+    EXPECT_FALSE(generator.IsOutputComplete()); // so the mask is blanked when the threads are gone
 }
