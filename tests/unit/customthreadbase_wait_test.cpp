@@ -34,6 +34,25 @@ TEST(CustomThreadBaseWaitExit, IsFalseAfterItsTimeWhileTheThreadRuns)
     EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
 }
 
+TEST(CustomThreadBaseWaitExit, AThreadThatIsStartedMeanwhileIsNotWaitedFor)
+{
+    for (int round = 0; round < 300; ++round) {
+        CHookedThread thread([] {
+            std::this_thread::yield();
+            return true;
+        });
+        std::atomic<bool> isStarted = false;
+        std::thread waiter([&] {
+            while (!isStarted)
+                thread.Wait_Exit(0);
+        });
+        EXPECT_TRUE(thread.Start("runs"));
+        isStarted = true;
+        waiter.join(); // before anybody asks the thread to stop
+        EXPECT_FALSE(thread.Wait_Exit(0));
+    }
+}
+
 TEST(CustomThreadBaseWaitExit, MayBeAskedAgainAfterTheEnd)
 {
     CHookedThread thread([] { return false; });

@@ -83,6 +83,8 @@ bool CThreadRun::Wait_Exit(unsigned int milliseconds)
         std::unique_lock<std::mutex> lock(m_mutex);
         if (!limit.Sleep_Until(m_changed, lock, isAtRest))
             return false;
+        if (m_phase == EPhase::Idle)
+            return true; // there was none; one that starts from here on is not waited for
     }
     // Under a lock, so that of several waiters one joins and none returns before. All that is left of the
     // ended thread is its way out.
