@@ -20,3 +20,16 @@ void ItemLines_Clear(const SMaskDataGenerate_Param& param, const SMaskDataGenera
     for (int row = 0; row < param.blockHeight; ++row)
         std::fill_n(first + row * ItemLines_Distance(param), param.maskLineBytes, std::uint8_t{0});
 }
+
+void PositionPages_Touch(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)
+{
+    constexpr std::ptrdiff_t PAGE_BYTES = 4096; // the smallest that processors have
+    if (item.splitIndex_YRes != 0 || param.splitCount_YRes < 2 || param.pMaskBlock == nullptr)
+        return;
+    std::uint8_t* first = ItemLines_First(param, item);
+    const std::uint8_t* end = param.pMaskBlock->MaskData() + param.pMaskBlock->MaskDataBytesCount();
+    if (end - first < param.maskBytes_OnePosition)
+        return;
+    for (std::ptrdiff_t at = 0; at < param.maskBytes_OnePosition; at += PAGE_BYTES)
+        first[at] = 0;
+}

@@ -42,3 +42,7 @@ std::uint8_t* ItemLines_First(const SMaskDataGenerate_Param& param, const SMaskD
 std::ptrdiff_t ItemLines_Distance(const SMaskDataGenerate_Param& param);
 /// Blanks the lines of an item that is lost: the output holds zeros there, never what the memory held.
 void ItemLines_Clear(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
+/// Has the memory of a position there before its first item is handed out, by blanking a byte of each page. Y
+/// resolution passes write their lines into the same pages, and two workers that meet in a page which the system
+/// has yet to give hold each other up. Does nothing for other items, and nothing outside the output.
+void PositionPages_Touch(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);

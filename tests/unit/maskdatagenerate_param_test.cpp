@@ -103,4 +103,32 @@ TEST(MaskDataGenerateParam, ALostItemLeavesItsOwnLinesBlankAndNoOthers)
     EXPECT_EQ(job.Bytes(), expected);
 }
 
+TEST(MaskDataGenerateParam, TheFirstItemOfAPositionBlanksOneByteInEachOfItsPages)
+{
+    SPlainMask mask = PlainMask_Small();
+    mask.height = 64; // two passes of 64 lines of 68 bytes: 8704 bytes a position
+    mask.table.resize(64, mask.table.front());
+    SGeneratorJob job(mask);
+    ASSERT_EQ(job.param.maskBytes_OnePosition, 8704);
+    std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0xFF});
+    std::vector<std::uint8_t> expected = job.Bytes();
+    PositionPages_Touch(job.param, {1, 1, 1}); // not the first
+    PositionPages_Touch(job.param, {2, 0, 0}); // behind the end
+    EXPECT_EQ(job.Bytes(), expected);
+    PositionPages_Touch(job.param, {1, 1, 0}); // the fifth position
+    for (const std::size_t at : {0U, 4096U, 8192U})
+        expected[std::size_t{4} * 8704 + at] = 0;
+    EXPECT_EQ(job.Bytes(), expected);
+}
+
+TEST(MaskDataGenerateParam, PositionsOfOnePassAreLeftToTheirWorkers)
+{
+    SPlainMask mask = PlainMask_Small();
+    mask.yRes = 1;
+    SGeneratorJob job(mask);
+    std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0xFF});
+    PositionPages_Touch(job.param, {0, 0, 0});
+    EXPECT_EQ(job.Bytes(), std::vector<std::uint8_t>(job.Bytes().size(), 0xFF));
+}
+
 } // namespace
