@@ -131,7 +131,7 @@ bool CKelQueue<T*>::Pop(T*& item, unsigned int milliseconds)
         return true;
     SchedulePoint();
     if (!m_event_NotEmpty.WaitOne(milliseconds) && milliseconds > 0U)
-        SchedulePoint_WaitExpired(Count() != 0 || AddFinished_Get());
+        SchedulePoint_WaitExpired(static_cast<std::int32_t>(Count()) > 0 || AddFinished_Get());
     SchedulePoint();
     return TryPop(item);
 }

@@ -143,6 +143,7 @@ bool CMaskDataGenerator::AddSourceData()
     if (!m_queueBuffer->m_queue_Free->Pop(item, FREE_WAIT_MS))
         return true;
     *item = {m_color_Next, m_position_Next, m_splitIndex_Next};
+    PositionPages_Touch(m_param, *item);
     if (!m_queueBuffer->m_queue_Work->Push(item)) {
         delete item; // it leaves circulation
         return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator::AddSourceData(void)", __LINE__);
@@ -171,10 +172,11 @@ bool CMaskDataGenerator::NextItem_Advance()
 }
 
 /// Blanks the lines of items that nobody will do any more: those left in the queue by workers that failed, and
-/// those that a failed producer never handed out. Every worker has ended by now, so the output is complete.
+/// those that a failed producer never handed out. Every worker has ended by now and has blanked what it held, so
+/// the output is complete; only in an unknown state nobody knows what was handed out.
 void CMaskDataGenerator::LostItems_Clear()
 {
-    m_isOutputComplete = true;
+    m_isOutputComplete = m_processState == ProcessState_AddSource || m_processState == ProcessState_WaitSub;
     if (m_param.pMaskBlock == nullptr)
         return;
     for (SMaskDataGenerate_SubParam* item = nullptr; m_queueBuffer->m_queue_Work->TryPop(item);) {

@@ -78,9 +78,12 @@ bool CMaskDataGenerator_Sub::Prepare()
     return true;
 }
 
+/// Blanks the lines of an item that the worker was about to write when it failed or was stopped.
 void CMaskDataGenerator_Sub::Finally()
 {
     CustomThreadBase::Finally();
+    if (m_processState >= ProcessState_Generate && m_processState <= ProcessState_Merge)
+        ItemLines_Clear(*m_pParam, *m_pSourceData);
 }
 
 bool CMaskDataGenerator_Sub::OneLoop()
@@ -92,8 +95,6 @@ bool CMaskDataGenerator_Sub::OneLoop()
         // No memory for the blocks, say: this worker ends like one that failed; while others live, they
         // take its share.
     }
-    if (m_processState >= ProcessState_Generate && m_processState <= ProcessState_Merge)
-        ItemLines_Clear(*m_pParam, *m_pSourceData);
     Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)", __LINE__,
                      "m_processState = ", m_processState);
     Stop();

@@ -1,6 +1,6 @@
 /// @file
-/// The end of the work, with threads held up wherever their order matters: no creation may hang, miss a
-/// wake-up or lose an item. Load does not disturb the verdict: a missed wake-up shows as a sleep that ran its
+/// The end of the work, with threads held up wherever their order around the queues matters: no creation may
+/// hang, miss a queue's wake-up or lose an item. Load does not disturb the verdict: a missed wake-up shows as a sleep that ran its
 /// whole time with work there or with no more to come, which is counted, not measured.
 /// DOTWEAVE_SCHEDULE_ROUNDS sets the creations per mode.
 

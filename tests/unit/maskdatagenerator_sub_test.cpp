@@ -587,4 +587,27 @@ TEST(MaskDataGeneratorSub, AWorkerThatIsStoppedInTheMiddleFreesItsItem)
     EXPECT_TRUE(worker.worker.Wait_Exit(NO_LIMIT_MS));
 }
 
+TEST(MaskDataGeneratorSub, AWorkerThatEndsWithAnItemInHandBlanksItsLines)
+{
+    // States 3 to 5: the lines are still to be written. Before and after, they are nobody's or done.
+    for (int state = 1; state <= 6; ++state) {
+        SCOPED_TRACE(state);
+        CWorker test(PlainMask_Small(2, 2, 1));
+        const CMaskBlock& block = test.job.block;
+        std::fill_n(test.job.block.MaskData(), block.MaskDataBytesCount(), std::uint8_t{0xFF});
+        test.peek.SourceData() = new SMaskDataGenerate_SubParam{1, 2, 1}; // the worker's from here on
+        test.peek.ProcessState() = state;
+        test.peek.Finally();
+        const int line = test.job.param.maskLineBytes;
+        const int lines = block.MaskDataBytesCount() / line;
+        const int first = (1 * 4 + 2) * 7 * 2 + 1; // colour 1 of 4 positions of 7 rows in two passes; pass 1
+        for (int at = 0; at < lines; ++at) {
+            const bool isOwn = at >= first && at < first + 14 && (at - first) % 2 == 0;
+            const int expected = isOwn && state >= 3 && state <= 5 ? 0 : 0xFF;
+            EXPECT_EQ(block.MaskData_Const()[at * line], expected) << "line " << at;
+            EXPECT_EQ(block.MaskData_Const()[at * line + line - 1], expected) << "line " << at;
+        }
+    }
+}
+
 } // namespace
