@@ -76,7 +76,8 @@ class Report:
             time = entry["cpu_time" if name.startswith("kernel/") else "real_time"]
             if entry.get("aggregate_name") == "median":
                 self.medians[name] = time * UNIT_SECONDS[entry["time_unit"]]
-                self.items[name] = entry.get("items", 1)
+                if "items" in entry:
+                    self.items[name] = entry["items"]
             elif entry.get("aggregate_name") == "cv":
                 self.variations[name] = time
         if not self.medians:

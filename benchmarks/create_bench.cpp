@@ -150,7 +150,8 @@ void FinishTail_Bench(benchmark::State& state, const SMaskParam& param)
 }
 
 /// Starts as many threads as a generator has, lets them be there at the same time without any work, and sees
-/// them end: what a creation costs before the first threshold is looked at.
+/// them end: what a creation costs before the first threshold is looked at. The threads stay awake meanwhile;
+/// asleep they would cost more to wake than they keep from the caller.
 void IdleThreads_Bench(benchmark::State& state)
 {
     boost::thread::attributes attributes;
