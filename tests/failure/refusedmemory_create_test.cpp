@@ -6,6 +6,7 @@
 #include "maskbytes.h"
 #include "missingthread.h"
 #include "refusedmemory.h"
+#include "refusedrequest.h"
 #include "refusedthreads.h"
 
 #include <gtest/gtest.h>
@@ -214,6 +215,9 @@ TEST_P(RefusedMemory, ThatStaysGoneEndsInTheExceptionOrInBlankLines)
 /// record.
 TEST(RefusedMemoryLog, OfAThreadsFirstRecordTakesTheRecordOrTheCallWithIt)
 {
+#if defined(DOTWEAVE_TEST_HAS_SANITIZED_ALLOCATOR)
+    GTEST_SKIP() << "a leak checker sees what the logging library loses when it runs out of memory half-way";
+#endif
     const Records expected = {
         Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 85)};
     int thrownCount = 0;
