@@ -60,12 +60,7 @@ bool IsRefusedThreadCreated()
 /// Asks a generator that stays busy whether it has ended.
 bool IsBusyGeneratorDone()
 {
-    SPlainMask mask = PlainMask_Sliding(544, 34);
-    mask.colorCount = 4;
-    mask.positionCount = 16;
-    mask.xRes = 4;
-    mask.yRes = 4;
-    SGeneratorJob job(mask);
+    SGeneratorJob job(PlainMask_Large());
     CMaskDataGenerator generator;
     return !generator.Create(job.param, 6) || generator.Wait_Exit(0);
 }

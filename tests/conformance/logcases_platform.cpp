@@ -6,6 +6,7 @@
 #include "dotweave/maskdatastorage.h"
 #include "generatorjob.h"
 #include "maskparams.h"
+#include "missingthread.h"
 #include "peek.h"
 #include "platformfaults.h"
 
@@ -13,20 +14,7 @@
 
 namespace {
 
-using Records = std::vector<SLogRecord>;
-
 constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
-constexpr int THREAD_COUNT = 7; // six workers and, started last, the producer
-
-/// What a generator logs that gets this many of its threads.
-Records GeneratorRefusal(int threadCount)
-{
-    const SLogRecord create = Failure(UNIT_GENERATOR, SCOPE_GENERATOR_CREATE);
-    if (threadCount == THREAD_COUNT - 1)
-        return {create};
-    return {Failure(UNIT_WORKER, SCOPE_WORKER_CREATE), Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WORKERS),
-            Failure(UNIT_GENERATOR, SCOPE_GENERATOR_INIT), create};
-}
 
 /// A call with only so many threads to be had.
 std::function<bool()> WithThreads(int threadCount, bool (*call)())
@@ -88,18 +76,19 @@ bool WorkerPrepare()
 std::vector<SLogCase> LogCases_Platform()
 {
     std::vector<SLogCase> cases;
-    for (int threads = 0; threads < THREAD_COUNT; ++threads) {
+    for (int threads = 0; threads < GENERATOR_THREAD_COUNT; ++threads) {
         const std::string name = "Threads" + std::to_string(threads);
-        const Records generator = GeneratorRefusal(threads);
-        const Records mask = Chain(generator, {Failure(UNIT_MASK, SCOPE_MASK_DATA), MaskCreateFailure(120)});
-        const Records factory = Chain(mask, {Failure(UNIT_FACTORY, SCOPE_FACTORY)});
-        cases.push_back({name + "Generator", WithThreads(threads, &GeneratorCreate), generator});
-        cases.push_back({name + "Create", WithThreads(threads, &MaskCreate), mask});
-        cases.push_back({name + "Usage", WithThreads(threads, &CMaskData_Base::Usage),
-                         Chain(mask, {Failure(UNIT_MASK, SCOPE_USAGE, 73)})});
-        cases.push_back({name + "Factory", WithThreads(threads, &FactoryCreate), factory});
-        cases.push_back({name + "Storage", WithThreads(threads, &StorageInit),
-                         Chain(factory, {Failure(UNIT_STORAGE, SCOPE_STORAGE_INIT)})});
+        cases.push_back(
+            {name + "Generator", WithThreads(threads, &GeneratorCreate), Records_MissingThread(threads)});
+        cases.push_back(
+            {name + "Create", WithThreads(threads, &MaskCreate), Records_MissingThread_Create(threads)});
+        cases.push_back(
+            {name + "Usage", WithThreads(threads, &CMaskData_Base::Usage),
+             Chain(Records_MissingThread_Create(threads), {Failure(UNIT_MASK, SCOPE_USAGE, 73)})});
+        cases.push_back(
+            {name + "Factory", WithThreads(threads, &FactoryCreate), Records_MissingThread_Factory(threads)});
+        cases.push_back(
+            {name + "Storage", WithThreads(threads, &StorageInit), Records_MissingThread_Storage(threads)});
     }
     cases.push_back(
         {"ProducerPrepare", &ProducerPrepare, {Failure(UNIT_GENERATOR, SCOPE_GENERATOR_PREPARE)}});

@@ -57,14 +57,6 @@ int TimesEvaluated()
     return count;
 }
 
-SMaskParam Mode_Small(int number)
-{
-    SMaskParam param = MaskParam_Plain();
-    param.nozzleCount = 8;
-    param.featherLevelPercent = number;
-    return param;
-}
-
 SMaskParam Mode_WithoutBand()
 {
     return MaskParam_Feathered(FeatherNozzle_Smooth_2, 544, 4, 0.0F);
@@ -110,7 +102,7 @@ TEST(LogSwitch, LoggingNeverChangesAResult)
     EXPECT_FALSE(refused.Create(Mode_WithoutBand()));
     EXPECT_EQ(refused.MaskHeight_IncludeRes(), 544); // as far as the step that refused it
     CMaskData_Base built;
-    EXPECT_TRUE(built.Create(Mode_Small(0)));
+    EXPECT_TRUE(built.Create(MaskParam_Small(0)));
     CMaskDataStorage storage;
     EXPECT_FALSE(storage.MaskData_Current_Init(Mode_WithoutBand()));
     EXPECT_EQ(storage.MaskData_Current_Get(), nullptr);
@@ -150,7 +142,7 @@ TEST(LogSwitch, ASinkDoesNotHinderAModeThatLogsNothing)
 {
     const CThrowingSink sink;
     CMaskData_Base mask;
-    EXPECT_TRUE(mask.Create(Mode_Small(0)));
+    EXPECT_TRUE(mask.Create(MaskParam_Small(0)));
 }
 
 TEST(LogSwitch, TheFactoryPassesASinksErrorOnAndFreesTheObject)
@@ -163,14 +155,14 @@ TEST(LogSwitch, TheFactoryPassesASinksErrorOnAndFreesTheObject)
 TEST(LogSwitch, TheStorageIsUnlockedAndUsableBehindASinksError)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode_Small(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     const CMaskData_Base* first = storage.MaskData_Current_Get();
     {
         const CThrowingSink sink;
         EXPECT_THROW(storage.MaskData_Current_Init(Mode_WithoutBand()), CSinkError);
     }
     bool isInit = false;
-    std::thread other([&] { isInit = storage.MaskData_Current_Init(Mode_Small(1)); }); // needs the lock
+    std::thread other([&] { isInit = storage.MaskData_Current_Init(MaskParam_Small(1)); }); // needs the lock
     other.join();
     EXPECT_TRUE(isInit);
     EXPECT_EQ(storage.MaskData_Current_Get(), first);

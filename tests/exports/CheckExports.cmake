@@ -4,12 +4,8 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(list_file ${CMAKE_CURRENT_LIST_DIR}/exported.txt)
-execute_process(
-    COMMAND ${NM} --dynamic --defined-only --demangle --format=posix ${LIBRARY}
-    OUTPUT_VARIABLE output
-    COMMAND_ERROR_IS_FATAL ANY)
-string(STRIP "${output}" output)
-string(REPLACE "\n" ";" lines "${output}")
+include(${CMAKE_CURRENT_LIST_DIR}/ReadSymbols.cmake)
+symbols_read(lines defined-only)
 # A name may hold blanks; its type letter, place and size stand behind it. Compilers differ in the letter.
 list(TRANSFORM lines REPLACE " [A-Za-z] [0-9a-f]*( [0-9a-f]*)?$" "")
 list(REMOVE_DUPLICATES lines) # constructors and destructors come in several kinds

@@ -11,15 +11,11 @@ set(forbidden
     "std::(cin|cout|cerr|clog|wcout|wcerr|wclog)|std::(exit|abort|quick_exit)|std::thread::.*|std::ios_base::Init::.*"
     "system|popen|v?fork|exec[vl]p?e?|posix_spawnp?|pthread_create|signal|sigaction|atexit|setlocale|chdir|setenv|putenv")
 list(JOIN forbidden "|" forbidden)
-execute_process(
-    COMMAND ${NM} --dynamic --undefined-only --demangle --format=posix ${LIBRARY}
-    OUTPUT_VARIABLE output
-    COMMAND_ERROR_IS_FATAL ANY)
-string(STRIP "${output}" output)
-string(REPLACE "\n" ";" lines "${output}")
+include(${CMAKE_CURRENT_LIST_DIR}/ReadSymbols.cmake)
+symbols_read(lines undefined-only)
 list(TRANSFORM lines REPLACE "(@[A-Za-z0-9_.]+)? [A-Za-z]( .*)?$" "")
 if(NOT "memcpy" IN_LIST lines)
-    message(FATAL_ERROR "This is no list of what a library calls:\n${output}")
+    message(FATAL_ERROR "This is no list of what a library calls:\n${lines}")
 endif()
 list(FILTER lines INCLUDE REGEX "^(${forbidden})([(].*)?$")
 if(lines)

@@ -18,7 +18,7 @@
 #include <dlfcn.h>
 #include <pthread.h>
 
-#if !defined(DOTWEAVE_TEST_HAS_SANITIZED_ALLOCATOR)
+#if !defined(DOTWEAVE_TEST_IS_SANITIZED)
 namespace {
 
 bool s_isMutexRefused = false;

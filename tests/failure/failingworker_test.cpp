@@ -5,6 +5,7 @@
 #include "geometrysteps.h"
 #include "livethreads.h"
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskbytes.h"
 #include "peek.h"
 #include "refusedmemory.h"
@@ -29,7 +30,7 @@ using Records = std::vector<SLogRecord>;
 Records WorkerRecords(int count, int state)
 {
     return {static_cast<std::size_t>(count),
-            {"bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)", "maskdatagenerator_sub", LINE_ANY, 2,
+            {SCOPE_WORKER_LOOP, "maskdatagenerator_sub", LINE_ANY, 2,
              "m_processState = " + std::to_string(state)}};
 }
 
@@ -157,10 +158,8 @@ TEST(FailingWorkers, WithMoreItemsThanGoRoundTheCreationEndsWithItsWait)
     const auto workers = std::remove(records.begin(), records.end(), WorkerRecords(1, 5).front());
     EXPECT_LE(std::distance(workers, records.end()), WORKER_COUNT);
     records.erase(workers, records.end());
-    EXPECT_EQ(
-        records,
-        (Records{Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)"),
-                 Failure("maskdata_base", "bool __cdecl CMaskData_Base::CreateMaskData(void)")}));
+    EXPECT_EQ(records,
+              (Records{Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WAIT), Failure(UNIT_MASK, SCOPE_MASK_DATA)}));
     ASSERT_NE(peek.MaskBlock(), nullptr);
     EXPECT_TRUE(IsBlank(*peek.MaskBlock()));
 }

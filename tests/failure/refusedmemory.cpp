@@ -12,7 +12,7 @@
 #include <cstring>
 #include <new>
 
-#if defined(__GLIBC__) && !defined(DOTWEAVE_TEST_HAS_SANITIZED_ALLOCATOR)
+#if defined(__GLIBC__) && !defined(DOTWEAVE_TEST_IS_SANITIZED)
 #define CAN_REFUSE_C_LIBRARY 1
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): given
 extern "C" void* __libc_malloc(std::size_t size);

@@ -3,6 +3,7 @@
 
 #include "failuremodes.h"
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskbytes.h"
 #include "missingthread.h"
 #include "refusedmemory.h"
@@ -25,8 +26,8 @@ namespace {
 using Records = std::vector<SLogRecord>;
 
 /// A worker that got no memory for its blocks says so and ends.
-const Records WORKER_WITHOUT_MEMORY = {{"bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)",
-                                        "maskdatagenerator_sub", LINE_ANY, 2, "m_processState = 1"}};
+const Records WORKER_WITHOUT_MEMORY = {
+    {SCOPE_WORKER_LOOP, "maskdatagenerator_sub", LINE_ANY, 2, "m_processState = 1"}};
 
 /// How the attempts to create a mode ended.
 struct STally {
@@ -215,11 +216,10 @@ TEST_P(RefusedMemory, ThatStaysGoneEndsInTheExceptionOrInBlankLines)
 /// record.
 TEST(RefusedMemoryLog, OfAThreadsFirstRecordTakesTheRecordOrTheCallWithIt)
 {
-#if defined(DOTWEAVE_TEST_HAS_SANITIZED_ALLOCATOR)
+#if defined(DOTWEAVE_TEST_IS_SANITIZED)
     GTEST_SKIP() << "a leak checker sees what the logging library loses when it runs out of memory half-way";
 #endif
-    const Records expected = {
-        Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 85)};
+    const Records expected = {Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85)};
     int thrownCount = 0;
     const auto attempt = [&](const SRefusalPlan& plan) {
         const long liveCount = LiveAllocations_Count();

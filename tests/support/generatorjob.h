@@ -60,3 +60,14 @@ inline SPlainMask PlainMask_Sliding(int height, int step)
                               static_cast<std::uint16_t>(y * 65535 / height)});
     return mask;
 }
+
+/// Far more work than a test waits for.
+inline SPlainMask PlainMask_Large()
+{
+    SPlainMask mask = PlainMask_Sliding(544, 34);
+    mask.colorCount = 4;
+    mask.positionCount = 16;
+    mask.yRes = 4;
+    mask.xRes = 4;
+    return mask;
+}

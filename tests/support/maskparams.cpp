@@ -18,6 +18,14 @@ SMaskParam MaskParam_Plain()
     return param;
 }
 
+SMaskParam MaskParam_Small(int number)
+{
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 8;
+    param.featherLevelPercent = number;
+    return param;
+}
+
 SMaskParam MaskParam_Feathered(int featherNozzleType, int nozzleCount, int basePass, float featherPercent)
 {
     SMaskParam param = MaskParam_Plain();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logcapture.h"
+#include "logscopes.h"
 
 #include <vector>
 
@@ -10,26 +11,19 @@ inline constexpr int GENERATOR_THREAD_COUNT = 7;
 /// The records of a generator that got this many of its threads and not the next one.
 inline std::vector<SLogRecord> Records_MissingThread(int threadCount)
 {
-    const SLogRecord create =
-        Failure("maskdatagenerator",
-                "bool __cdecl CMaskDataGenerator::Create(const struct SMaskDataGenerate_Param &,int)");
+    const SLogRecord create = Failure(UNIT_GENERATOR, SCOPE_GENERATOR_CREATE);
     if (threadCount == GENERATOR_THREAD_COUNT - 1)
         return {create};
-    return {
-        Failure("maskdatagenerator_sub",
-                "bool __cdecl CMaskDataGenerator_Sub::Create(const struct SMaskDataGenerate_Param *,class "
-                "CKelPtrQueueBuffer<struct SMaskDataGenerate_SubParam> *,const class CSineMask *)"),
-        Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Create_AllSubThread(void)"),
-        Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Init_Param(void)"), create};
+    return {Failure(UNIT_WORKER, SCOPE_WORKER_CREATE), Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WORKERS),
+            Failure(UNIT_GENERATOR, SCOPE_GENERATOR_INIT), create};
 }
 
 /// Those of a mask object whose generator got this many threads.
 inline std::vector<SLogRecord> Records_MissingThread_Create(int threadCount)
 {
     std::vector<SLogRecord> records = Records_MissingThread(threadCount);
-    records.push_back(Failure("maskdata_base", "bool __cdecl CMaskData_Base::CreateMaskData(void)"));
-    records.push_back(
-        Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 120));
+    records.push_back(Failure(UNIT_MASK, SCOPE_MASK_DATA));
+    records.push_back(Failure(UNIT_MASK, SCOPE_MASK_CREATE, 120));
     return records;
 }
 
@@ -37,9 +31,7 @@ inline std::vector<SLogRecord> Records_MissingThread_Create(int threadCount)
 inline std::vector<SLogRecord> Records_MissingThread_Factory(int threadCount)
 {
     std::vector<SLogRecord> records = Records_MissingThread_Create(threadCount);
-    records.push_back(Failure(
-        "maskdatafactory",
-        "class CMaskData_Base *__cdecl CMaskDataFactory::MaskData_Create(const struct SMaskParam &)"));
+    records.push_back(Failure(UNIT_FACTORY, SCOPE_FACTORY));
     return records;
 }
 
@@ -47,8 +39,6 @@ inline std::vector<SLogRecord> Records_MissingThread_Factory(int threadCount)
 inline std::vector<SLogRecord> Records_MissingThread_Storage(int threadCount)
 {
     std::vector<SLogRecord> records = Records_MissingThread_Factory(threadCount);
-    records.push_back(
-        Failure("maskdatastorage",
-                "bool __cdecl CMaskDataStorage::MaskData_Current_Init(const struct SMaskParam &)"));
+    records.push_back(Failure(UNIT_STORAGE, SCOPE_STORAGE_INIT));
     return records;
 }

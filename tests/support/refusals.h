@@ -3,6 +3,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 
 #include <gtest/gtest.h>
@@ -16,20 +17,18 @@
 
 using Records = std::vector<SLogRecord>;
 
-inline constexpr char UNIT[] = "maskdata_base";
-inline constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";
 inline constexpr int MOST = std::numeric_limits<int>::max();
 inline constexpr int LEAST = std::numeric_limits<int>::min();
 
 /// The record of a set-up step that fails.
 inline SLogRecord StepFailure(const std::string& step, unsigned int line = LINE_ANY)
 {
-    return Failure(UNIT, "bool __cdecl CMaskData_Base::" + step + "(void)", line);
+    return Failure(UNIT_MASK, "bool __cdecl CMaskData_Base::" + step + "(void)", line);
 }
 
 inline SLogRecord CreateFailure(unsigned int line)
 {
-    return Failure(UNIT, SCOPE_CREATE, line);
+    return Failure(UNIT_MASK, SCOPE_MASK_CREATE, line);
 }
 
 /// What a creation that must fail logs.

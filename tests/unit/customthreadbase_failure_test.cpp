@@ -7,19 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "hookedthread.h"
+#include "sanitized.h"
 
 // A thread that the platform refuses: only a plain Linux build can bring that about, as the sanitizers need
 // address space themselves.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define IS_SANITIZED 1
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define IS_SANITIZED 1
-#endif
-
-#if defined(__linux__) && !defined(IS_SANITIZED)
+#if defined(__linux__) && !defined(DOTWEAVE_TEST_IS_SANITIZED)
 #define CAN_REFUSE_THREADS 1
 #include <sys/resource.h>
 #endif

@@ -1,8 +1,6 @@
 #include <kelcommon/customthreadbase.h>
 
 #include <atomic>
-#include <cstddef>
-#include <cstring>
 #include <string>
 #include <thread>
 #include <type_traits>
@@ -16,6 +14,7 @@
 #include <kelcommon/customconditionvariable.h>
 
 #include "hookedthread.h"
+#include "virtualslots.h"
 
 namespace {
 
@@ -157,33 +156,10 @@ TEST(CustomThreadBaseRun, EveryPublicOperationCanBeOverriddenAndIsReachedThrough
                                                         "Wait_Exit", "Stop", "Pause", "Resume"}));
 }
 
-#if defined(__GNUC__) && defined(__x86_64__)
-/// Place of a virtual operation in the table, which this platform keeps in the pointer to it: 1 + byte
-/// offset.
-template <typename TOperation>
-std::ptrdiff_t Slot(TOperation operation)
-{
-    std::ptrdiff_t words[2] = {};
-    static_assert(sizeof(words) == sizeof(operation));
-    std::memcpy(words, &operation, sizeof(words));
-    return (words[0] - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
-}
-
+#if defined(DOTWEAVE_TEST_HAS_SLOTS)
 TEST(CustomThreadBaseRun, TheVirtualOperationsKeepTheOrderAgreedWithTheHost)
 {
-    class CInside : public CustomThreadBase {
-    public:
-        static std::vector<std::ptrdiff_t> Slots()
-        {
-            return {Slot(&CInside::Start),       Slot(&CInside::Wait_PrepareComplete),
-                    Slot(&CInside::Wait_Paused), Slot(&CInside::Wait_Exit),
-                    Slot(&CInside::Stop),        Slot(&CInside::Pause),
-                    Slot(&CInside::Resume),      Slot(&CInside::OneLoop),
-                    Slot(&CInside::Prepare),     Slot(&CInside::Finally)};
-        }
-    };
-    // The destructor comes first; this platform gives it two places.
-    EXPECT_EQ(CInside::Slots(), (std::vector<std::ptrdiff_t>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
+    EXPECT_EQ(CThreadSlots<CustomThreadBase>::Slots(), ThreadSlots_Agreed());
 }
 #endif
 

@@ -11,15 +11,13 @@
 #include <gtest/gtest.h>
 
 #include "../support/logcapture.h"
+#include "../support/logscopes.h"
 #include "../support/maskdots.h"
 #include "../support/maskparams.h"
 #include "../support/peek.h"
 #include "../support/plainmask.h"
 
 namespace {
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateMaskData_Old(void)";
 
 class CRandomParams {
 public:
@@ -49,6 +47,13 @@ public:
 private:
     std::mt19937 m_random;
 };
+
+/// Takes the block of a created object away, as it is before the assembly.
+void Block_Drop(SMaskData_Base_Peek& peek)
+{
+    delete peek.MaskBlock();
+    peek.MaskBlock() = nullptr;
+}
 
 TEST(MaskDataBaseAssemblyLegacy, EqualsTheGeneratorInEveryModeWithoutSine)
 {
@@ -148,8 +153,7 @@ TEST(MaskDataBaseAssemblyLegacy, WithoutColoursAnEmptyBlockIsAllThereIs)
     CMaskData_Base mask;
     ASSERT_TRUE(mask.Create(MaskParam_Plain()));
     SMaskData_Base_Peek peek{mask};
-    delete peek.MaskBlock();
-    peek.MaskBlock() = nullptr;
+    Block_Drop(peek);
     peek.Current().colorCount = 0;
     const CLogCapture log;
     EXPECT_TRUE(peek.CreateMaskData_Old());
@@ -173,15 +177,12 @@ TEST(MaskDataBaseAssemblyLegacy, ACutTableThatCannotBeBuiltFailsBeforeTheBlockIs
         CMaskData_Base mask;
         ASSERT_TRUE(mask.Create(MaskParam_Plain()));
         SMaskData_Base_Peek peek{mask};
-        delete peek.MaskBlock();
-        peek.MaskBlock() = nullptr;
+        Block_Drop(peek);
         peek.Current().featherMode = c.featherMode;
         peek.Current().featherNozzleType = c.featherNozzleType;
-        std::vector<SLogRecord> expected = {Failure(UNIT, SCOPE)};
+        std::vector<SLogRecord> expected = {Failure(UNIT_MASK, SCOPE_MASK_DATA_OLD)};
         if (!c.text.empty())
-            expected.insert(expected.begin(),
-                            {"bool __cdecl CMaskData_Base::CreateCutTable(struct SCutTable *,int)", UNIT,
-                             LINE_ANY, 2, c.text});
+            expected.insert(expected.begin(), {SCOPE_CUT_TABLE, UNIT_MASK, LINE_ANY, 2, c.text});
         const CLogCapture log;
         EXPECT_FALSE(peek.CreateMaskData_Old());
         EXPECT_EQ(log.Records(), expected);
@@ -194,8 +195,7 @@ TEST(MaskDataBaseAssemblyLegacy, AllocationsThatNoMemoryCanServeAreThrown)
     CMaskData_Base mask;
     ASSERT_TRUE(mask.Create(MaskParam_Plain()));
     SMaskData_Base_Peek peek{mask};
-    delete peek.MaskBlock();
-    peek.MaskBlock() = nullptr;
+    Block_Drop(peek);
     peek.Current().colorCount = -1;
     EXPECT_THROW(peek.CreateMaskData_Old(), std::bad_alloc);
     EXPECT_EQ(peek.MaskBlock(), nullptr);

@@ -10,6 +10,7 @@
 
 #include "../support/geometrysteps.h"
 #include "../support/logcapture.h"
+#include "../support/logscopes.h"
 #include "../support/maskdots.h"
 #include "../support/maskparams.h"
 #include "../support/peek.h"
@@ -17,11 +18,6 @@
 #include "../support/refusedrequest.h"
 
 namespace {
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE_CREATE_MASKDATA[] = "bool __cdecl CMaskData_Base::CreateMaskData(void)";
-constexpr char SCOPE_CREATE_CUTTABLE[] =
-    "bool __cdecl CMaskData_Base::CreateCutTable(struct SCutTable *,int)";
 
 /// Hard edges: zone i of the band carries pass i. The passes form colorTimes groups, the remainder goes to
 /// the last group, and each group shares the threshold scale: pass j of q prints (j * 65535 / q, (j + 1) *
@@ -191,23 +187,18 @@ TEST(MaskDataBaseAssembly, ACutTableThatCannotBeBuiltFailsBeforeTheBlockIsMade)
         int colorTimes;
         std::vector<SLogRecord> records;
     };
-    const SLogRecord failure = Failure(UNIT, SCOPE_CREATE_MASKDATA);
+    const SLogRecord failure = Failure(UNIT_MASK, SCOPE_MASK_DATA);
     const std::vector<SCase> cases = {
         {7,
          1,
          1,
-         {{SCOPE_CREATE_CUTTABLE, UNIT, LINE_ANY, 2, "m_maskParam_Current.featherMode = 7"}, failure}},
+         {{SCOPE_CUT_TABLE, UNIT_MASK, LINE_ANY, 2, "m_maskParam_Current.featherMode = 7"}, failure}},
         {1, 4, 1, {failure}}, // known and never built: without a record of its own
         {1,
          9,
          1,
-         {{SCOPE_CREATE_CUTTABLE, UNIT, LINE_ANY, 2, "m_maskParam_Current.featherNozzleType = 9"}, failure}},
-        {0,
-         1,
-         0,
-         {Failure(UNIT, "bool __cdecl CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes("
-                        "struct SCutTable *,int)"),
-          failure}}};
+         {{SCOPE_CUT_TABLE, UNIT_MASK, LINE_ANY, 2, "m_maskParam_Current.featherNozzleType = 9"}, failure}},
+        {0, 1, 0, {Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES), failure}}};
     for (const SCase& c : cases) {
         CMaskData_Base mask;
         SMaskData_Base_Peek peek{mask};
@@ -263,10 +254,8 @@ TEST(MaskDataBaseAssembly, AnExpiredWaitFailsAndLeavesTheBlockAttached)
     Geometry_Create(peek, MaskParam_Large());
     const CLogCapture log;
     EXPECT_FALSE(peek.CreateMaskData_Within(0));
-    EXPECT_EQ(log.Records(),
-              (std::vector<SLogRecord>{
-                  Failure("maskdatagenerator", "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)"),
-                  Failure(UNIT, SCOPE_CREATE_MASKDATA)}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WAIT),
+                                                      Failure(UNIT_MASK, SCOPE_MASK_DATA)}));
     ASSERT_NE(peek.MaskBlock(), nullptr);
     EXPECT_EQ(peek.MaskBlock()->Width(), mask.MaskBytes_OneColor());
     EXPECT_EQ(peek.MaskBlock()->Height(), 8);

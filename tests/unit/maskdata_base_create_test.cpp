@@ -1,6 +1,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -11,9 +12,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";
 
 using Records = std::vector<SLogRecord>;
 
@@ -55,7 +53,7 @@ TEST(MaskDataBaseCreate, ColorTimesOutsideThePassesFailBeforeAnythingIsComputed)
         const CLogCapture log;
         CMaskData_Base mask;
         EXPECT_FALSE(mask.Create(param));
-        EXPECT_EQ(log.Records(), Records({Failure(UNIT, SCOPE_CREATE, 85)}));
+        EXPECT_EQ(log.Records(), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85)}));
         // Only the two copies are there: no split, no geometry.
         EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
         EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(param));
@@ -80,7 +78,7 @@ TEST(MaskDataBaseCreate, WithoutAPassNoColorTimesAreAccepted)
             const CLogCapture log;
             CMaskData_Base mask;
             EXPECT_FALSE(mask.Create(param));
-            EXPECT_EQ(log.Records(), Records({Failure(UNIT, SCOPE_CREATE, 85)}));
+            EXPECT_EQ(log.Records(), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85)}));
         }
     }
 }
@@ -101,23 +99,23 @@ TEST(MaskDataBaseCreate, EveryFailingStepLogsItselfFirstAndCreateLast)
     SMaskParam noStepSmooth3 = MaskParam_Feathered(FeatherNozzle_Smooth_3, 3, 4, 50.0F);
     const std::string prefix = "bool __cdecl CMaskData_Base::";
     const std::vector<SCase> cases = {
-        {unknownMode, Failure(UNIT, prefix + "InitNoneRes(void)", 163), 117},
+        {unknownMode, Failure(UNIT_MASK, prefix + "InitNoneRes(void)", 163), 117},
         {MaskParam_Feathered(FeatherNozzle_Reserved, 544, 4, 50.0F),
-         Failure(UNIT, prefix + "InitNoneRes_FeatherNozzle(void)", 182), 117},
+         Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle(void)", 182), 117},
         {MaskParam_Feathered(0, 544, 4, 50.0F),
-         Failure(UNIT, prefix + "InitNoneRes_FeatherNozzle(void)", 182), 117},
-        {noStep, Failure(UNIT, prefix + "InitNoneRes_FeatherNone(void)", 237), 117},
-        {noStepSmooth2, Failure(UNIT, prefix + "InitNoneRes_FeatherNozzle_Smooth_2(void)", 205), 117},
-        {noStepSmooth3, Failure(UNIT, prefix + "InitNoneRes_FeatherNozzle_Smooth_3(void)"), 117},
+         Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle(void)", 182), 117},
+        {noStep, Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNone(void)", 237), 117},
+        {noStepSmooth2, Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle_Smooth_2(void)", 205), 117},
+        {noStepSmooth3, Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle_Smooth_3(void)"), 117},
         {MaskParam_Feathered(FeatherNozzle_Smooth_2, 544, 4, 0.0F),
-         {prefix + "InitResParam(void)", UNIT, 941, 1, "m_maskHeight = 544, m_leadBlankHeight = 544"},
+         {prefix + "InitResParam(void)", UNIT_MASK, 941, 1, "m_maskHeight = 544, m_leadBlankHeight = 544"},
          118}};
     for (const SCase& c : cases) {
         SCOPED_TRACE(testing::Message() << c.param);
         const CLogCapture log;
         CMaskData_Base mask;
         EXPECT_FALSE(mask.Create(c.param));
-        EXPECT_EQ(log.Records(), Records({c.first, Failure(UNIT, SCOPE_CREATE, c.createLine)}));
+        EXPECT_EQ(log.Records(), Records({c.first, Failure(UNIT_MASK, SCOPE_MASK_CREATE, c.createLine)}));
         EXPECT_EQ(SMaskData_Base_Peek{mask}.MaskBlock(), nullptr);
         EXPECT_EQ(SMaskData_Base_Peek{mask}.BaseMaskHeight(), 544); // set before the steps, never undone
         EXPECT_EQ(SMaskData_Base_Peek{mask}.BaseMaskWidth(), 544);
@@ -133,7 +131,7 @@ TEST(MaskDataBaseCreate, MasksThatNeverRepeatFailAtTheMaskSize)
     const CLogCapture log;
     CMaskData_Base mask;
     EXPECT_FALSE(mask.Create(param));
-    EXPECT_EQ(log.Records(), Records({Failure(UNIT, SCOPE_CREATE, 119)}));
+    EXPECT_EQ(log.Records(), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 119)}));
     EXPECT_EQ(SMaskData_Base_Peek{mask}.MaskBlock(), nullptr);
     EXPECT_EQ(mask.MaskHeight_IncludeRes(), 1000003); // nothing is undone
     EXPECT_EQ(mask.YResStep()[0], 0);

@@ -1,6 +1,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 
 #include <gtest/gtest.h>
 
@@ -11,10 +12,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char SCOPE_OUTPUT[] = "bool __cdecl CMaskData_Base::OutputCutTable(const struct SCutTable "
-                                "*,int,class std::basic_string<char,struct "
-                                "std::char_traits<char>,class std::allocator<char> >)";
 
 class CutTableDump : public testing::Test {
 protected:
@@ -67,7 +64,7 @@ TEST_F(CutTableDump, FolderThatDoesNotExistFailsWithOneRecordAndCreatesNothing)
     const std::filesystem::path missing = m_folder / "missing";
     const CLogCapture log;
     EXPECT_FALSE(CMaskData_Base::OutputCutTable(table.data(), 1, (missing / "table.txt").string()));
-    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure("maskdata_base", SCOPE_OUTPUT)}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_MASK, SCOPE_OUTPUT)}));
     EXPECT_FALSE(std::filesystem::exists(missing));
 }
 

@@ -3,18 +3,14 @@
 #include "cuttables.h"
 #include "hardtables.h"
 #include "logcapture.h"
+#include "logscopes.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <vector>
 
-namespace {
-
-constexpr char SCOPE_MULTIPLE_TIMES[] =
-    "bool __cdecl CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes(struct SCutTable *,int)";
-
-} // namespace
+namespace {} // namespace
 
 TEST(CutTableFeatherNone, FourPassesOfTenRowsSplitTheScaleInQuarters)
 {
@@ -126,7 +122,7 @@ TEST(CutTableFeatherNone, CannotBePrintedSeveralTimesLessThanTwice)
             EXPECT_FALSE(hard.m_mask.CreateCutTable_FeatherNone_ColorMultipleTimes(entries, 8));
         });
         EXPECT_EQ(table, CRanges(8, UNWRITTEN)) << times;
-        EXPECT_EQ(log.Records(), std::vector<SLogRecord>{Failure("maskdata_base", SCOPE_MULTIPLE_TIMES)})
+        EXPECT_EQ(log.Records(), std::vector<SLogRecord>{Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)})
             << times;
     }
 }
@@ -151,6 +147,6 @@ TEST(CutTableFeatherNone, FamilyFailsWithTheRecordOfTheBuilder)
         const CRanges table = BuiltRanges(
             8, [&](SCutTable* entries) { EXPECT_FALSE(hard.m_mask.CreateCutTable_FeatherNone(entries, 8)); });
         EXPECT_EQ(table, CRanges(8, UNWRITTEN));
-        EXPECT_EQ(log.Records(), std::vector<SLogRecord>{Failure("maskdata_base", SCOPE_MULTIPLE_TIMES)});
+        EXPECT_EQ(log.Records(), std::vector<SLogRecord>{Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)});
     }
 }

@@ -2,6 +2,7 @@
 
 #include "cuttables.h"
 #include "logcapture.h"
+#include "logscopes.h"
 #include "peek.h"
 
 #include <gtest/gtest.h>
@@ -13,10 +14,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateCutTable(struct SCutTable *,int)";
-constexpr char SCOPE_MULTIPLE_TIMES[] =
-    "bool __cdecl CMaskData_Base::CreateCutTable_FeatherNone_ColorMultipleTimes(struct SCutTable *,int)";
 
 constexpr int STEP_ROWS = 5;
 constexpr int PASSES = 4;
@@ -70,7 +67,7 @@ CRanges By(CMaskData_Base mask, int rows, TBuild build)
 
 SLogRecord Refusal(const std::string& member, int value)
 {
-    return {SCOPE, "maskdata_base", LINE_ANY, 2,
+    return {SCOPE_CUT_TABLE, "maskdata_base", LINE_ANY, 2,
             "m_maskParam_Current." + member + " = " + std::to_string(value)};
 }
 
@@ -119,7 +116,7 @@ TEST(CutTableDispatch, HardEdgesPassOnTheFailureOfTheirBuilder)
     for (const int times : {0, -1, INT_LOWEST}) {
         const SDispatch dispatch = Dispatch(Mask(0, 1, times), HARD_ROWS, HARD_ROWS);
         EXPECT_FALSE(dispatch.isBuilt) << times;
-        EXPECT_EQ(dispatch.records, std::vector<SLogRecord>{Failure("maskdata_base", SCOPE_MULTIPLE_TIMES)})
+        EXPECT_EQ(dispatch.records, std::vector<SLogRecord>{Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)})
             << times;
     }
 }

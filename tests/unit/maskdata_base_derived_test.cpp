@@ -1,6 +1,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -15,12 +16,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";
-constexpr char SCOPE_CREATE_MASK_DATA[] = "bool __cdecl CMaskData_Base::CreateMaskData(void)";
-constexpr char SCOPE_CREATE_CUT_TABLE[] =
-    "bool __cdecl CMaskData_Base::CreateCutTable(struct SCutTable *,int)";
 
 using Records = std::vector<SLogRecord>;
 
@@ -141,9 +136,9 @@ TEST(MaskDataBaseDerived, FailingAssemblyLogsThroughEveryLevel)
         return unknownMode.OwnResParam();
     };
     EXPECT_EQ(RefusalOf(unknownMode, MaskParam_Plain()),
-              Records({{SCOPE_CREATE_CUT_TABLE, UNIT, LINE_ANY, 2, "m_maskParam_Current.featherMode = 9"},
-                       Failure(UNIT, SCOPE_CREATE_MASK_DATA),
-                       Failure(UNIT, SCOPE_CREATE, 120)}));
+              Records({{SCOPE_CUT_TABLE, UNIT_MASK, LINE_ANY, 2, "m_maskParam_Current.featherMode = 9"},
+                       Failure(UNIT_MASK, SCOPE_MASK_DATA),
+                       Failure(UNIT_MASK, SCOPE_MASK_CREATE, 120)}));
 
     const SMaskParam feathered = MaskParam_Feathered(FeatherNozzle_Smooth_3, 544, 4, 50.0F);
     CHookedMask unknownType;
@@ -151,10 +146,10 @@ TEST(MaskDataBaseDerived, FailingAssemblyLogsThroughEveryLevel)
         peek.Current().featherNozzleType = -3;
         return unknownType.OwnResParam();
     };
-    EXPECT_EQ(RefusalOf(unknownType, feathered), Records({{SCOPE_CREATE_CUT_TABLE, UNIT, LINE_ANY, 2,
+    EXPECT_EQ(RefusalOf(unknownType, feathered), Records({{SCOPE_CUT_TABLE, UNIT_MASK, LINE_ANY, 2,
                                                            "m_maskParam_Current.featherNozzleType = -3"},
-                                                          Failure(UNIT, SCOPE_CREATE_MASK_DATA),
-                                                          Failure(UNIT, SCOPE_CREATE, 120)}));
+                                                          Failure(UNIT_MASK, SCOPE_MASK_DATA),
+                                                          Failure(UNIT_MASK, SCOPE_MASK_CREATE, 120)}));
 
     CHookedMask reserved; // the cut table dispatch refuses it without a record of its own
     reserved.m_resParam = [&](SMaskData_Base_Peek peek) {
@@ -162,7 +157,7 @@ TEST(MaskDataBaseDerived, FailingAssemblyLogsThroughEveryLevel)
         return reserved.OwnResParam();
     };
     EXPECT_EQ(RefusalOf(reserved, feathered),
-              Records({Failure(UNIT, SCOPE_CREATE_MASK_DATA), Failure(UNIT, SCOPE_CREATE, 120)}));
+              Records({Failure(UNIT_MASK, SCOPE_MASK_DATA), Failure(UNIT_MASK, SCOPE_MASK_CREATE, 120)}));
 }
 
 TEST(MaskDataBaseDerived, ADerivedObjectMayReplaceTheGeometry)
@@ -191,15 +186,16 @@ TEST(MaskDataBaseDerived, RefusalByAReplacedStepFailsTheCreation)
     const auto refuse = [](SMaskData_Base_Peek) { return false; };
     CHookedMask none;
     none.m_featherNone = refuse;
-    EXPECT_EQ(RefusalOf(none, MaskParam_Plain()), Records({Failure(UNIT, SCOPE_CREATE, 117)}));
+    EXPECT_EQ(RefusalOf(none, MaskParam_Plain()), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
     EXPECT_EQ(none.m_calls, std::vector<std::string>({"FeatherNone"}));
     CHookedMask smooth3;
     smooth3.m_smooth3 = refuse;
     EXPECT_EQ(RefusalOf(smooth3, MaskParam_Feathered(FeatherNozzle_Smooth_3, 100, 2, 50.0F)),
-              Records({Failure(UNIT, SCOPE_CREATE, 117)}));
+              Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
     CHookedMask resolution;
     resolution.m_resParam = refuse;
-    EXPECT_EQ(RefusalOf(resolution, MaskParam_Plain()), Records({Failure(UNIT, SCOPE_CREATE, 118)}));
+    EXPECT_EQ(RefusalOf(resolution, MaskParam_Plain()),
+              Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 118)}));
     EXPECT_EQ(SMaskData_Base_Peek{resolution}.MaskBlock(), nullptr);
 }
 
@@ -225,12 +221,12 @@ TEST(MaskDataBaseDerived, NonsenseOfAReplacedSetUpIsRefused)
         };
         CHookedMask none;
         none.m_featherNone = set;
-        EXPECT_EQ(RefusalOf(none, hard), Records({Failure(UNIT, SCOPE_CREATE, 117)}));
+        EXPECT_EQ(RefusalOf(none, hard), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
         CHookedMask smooth3;
         smooth3.m_smooth3 = set;
         SMaskParam feathered = MaskParam_Feathered(FeatherNozzle_Smooth_3, 100, 2, 50.0F);
         feathered.yResPass = 2;
-        EXPECT_EQ(RefusalOf(smooth3, feathered), Records({Failure(UNIT, SCOPE_CREATE, 117)}));
+        EXPECT_EQ(RefusalOf(smooth3, feathered), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
     }
     // Two hard passes of 60 rows do not fit into 100.
     CHookedMask overlong;
@@ -239,7 +235,7 @@ TEST(MaskDataBaseDerived, NonsenseOfAReplacedSetUpIsRefused)
         peek.MaskHeight_NoneRes() = 100;
         return true;
     };
-    EXPECT_EQ(RefusalOf(overlong, hard), Records({Failure(UNIT, SCOPE_CREATE, 117)}));
+    EXPECT_EQ(RefusalOf(overlong, hard), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
 }
 
 TEST(MaskDataBaseDerived, NonsenseZonesOfAReplacedSetUpAreRefused)
@@ -268,7 +264,7 @@ TEST(MaskDataBaseDerived, NonsenseZonesOfAReplacedSetUpAreRefused)
         };
         SMaskParam param = MaskParam_Plain();
         param.basePass = 2;
-        EXPECT_EQ(RefusalOf(mask, param), Records({Failure(UNIT, SCOPE_CREATE, 117)}));
+        EXPECT_EQ(RefusalOf(mask, param), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
     }
 }
 
@@ -288,6 +284,6 @@ TEST(MaskDataBaseDerived, ALeadBlankOfAReplacedSetUpThatLeavesNoBandIsRefused)
         param.yResPass = 2;
         const Records records = RefusalOf(mask, param);
         ASSERT_FALSE(records.empty());
-        EXPECT_EQ(records.back().scope, SCOPE_CREATE);
+        EXPECT_EQ(records.back().scope, SCOPE_MASK_CREATE);
     }
 }

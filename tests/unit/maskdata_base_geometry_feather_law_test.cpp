@@ -1,5 +1,6 @@
 #include "dotweave/maskdata_base.h"
 
+#include "logscopes.h"
 #include "nozzlelayout.h"
 
 #include <gtest/gtest.h>
@@ -9,11 +10,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE_SMOOTH_2[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_2(void)";
-constexpr char SCOPE_SMOOTH_3[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_3(void)";
-constexpr char SCOPE_FEATHER_NONE[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNone(void)";
 
 using Records = std::vector<SLogRecord>;
 
@@ -59,7 +55,7 @@ TEST(MaskDataBaseGeometryFeatherLaw, HardEdgesSwitchExactlyWhenRowsAreLeftOver)
         EXPECT_EQ(setUp.isDone, step > 0);
         if (step == 0) {
             EXPECT_EQ(setUp.layout, HardLayout(0, UNTOUCHED, UNTOUCHED));
-            EXPECT_EQ(setUp.records, Records({Failure(UNIT, SCOPE_FEATHER_NONE, 237)}));
+            EXPECT_EQ(setUp.records, Records({Failure(UNIT_MASK, SCOPE_FEATHER_NONE, 237)}));
             continue;
         }
         EXPECT_EQ(setUp.records, Records());
@@ -91,7 +87,7 @@ TEST(MaskDataBaseGeometryFeatherLaw, Smooth2LayoutsCoverTheHead)
             const bool hasRoom = step > 0 && feather <= step; // for pass zones
             EXPECT_EQ(setUp.isDone, hasRoom);
             if (!hasRoom) {
-                EXPECT_EQ(setUp.records, Records({Failure(UNIT, SCOPE_SMOOTH_2, 205)}));
+                EXPECT_EQ(setUp.records, Records({Failure(UNIT_MASK, SCOPE_SMOOTH_2, 205)}));
                 continue;
             }
             EXPECT_EQ(setUp.layout, (SLayout{step, rows, rows - feather, feather, step - feather,
@@ -113,7 +109,7 @@ TEST(MaskDataBaseGeometryFeatherLaw, Smooth3LayoutsTakeTheWholeFeatherAmountOff)
             const int step = MultipleNotAbove((rows - amount) / passes, x * y);
             EXPECT_EQ(setUp.isDone, step > 0);
             if (step == 0) {
-                EXPECT_EQ(setUp.records, Records({Failure(UNIT, SCOPE_SMOOTH_3)}));
+                EXPECT_EQ(setUp.records, Records({Failure(UNIT_MASK, SCOPE_SMOOTH_3)}));
                 continue;
             }
             // The lead blank is all whole steps but the last, which may be the rows left over.

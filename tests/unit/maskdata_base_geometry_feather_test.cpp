@@ -1,5 +1,6 @@
 #include "dotweave/maskdata_base.h"
 
+#include "logscopes.h"
 #include "nozzlelayout.h"
 
 #include <gtest/gtest.h>
@@ -9,13 +10,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE_INIT_NONE_RES[] = "bool __cdecl CMaskData_Base::InitNoneRes(void)";
-constexpr char SCOPE_FEATHER_NOZZLE[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNozzle(void)";
-constexpr char SCOPE_SMOOTH_2[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_2(void)";
-constexpr char SCOPE_SMOOTH_3[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNozzle_Smooth_3(void)";
-constexpr char SCOPE_FEATHER_NONE[] = "bool __cdecl CMaskData_Base::InitNoneRes_FeatherNone(void)";
 
 using Records = std::vector<SLogRecord>;
 
@@ -130,7 +124,7 @@ TEST(MaskDataBaseGeometryFeather, UnknownFeatherModesSetNothing)
         EXPECT_FALSE(setUp.isDone);
         EXPECT_EQ(setUp.layout, SLayout());
         EXPECT_EQ(setUp.featherMode, mode);
-        EXPECT_EQ(setUp.records, Records({Failure(UNIT, SCOPE_INIT_NONE_RES, 163)}));
+        EXPECT_EQ(setUp.records, Records({Failure(UNIT_MASK, SCOPE_INIT_NONE_RES, 163)}));
     }
 }
 
@@ -142,7 +136,7 @@ TEST(MaskDataBaseGeometryFeather, UnknownFeatherProfilesSetNothing)
         EXPECT_FALSE(setUp.isDone);
         EXPECT_EQ(setUp.layout, SLayout());
         EXPECT_EQ(setUp.featherNozzleType, type);
-        EXPECT_EQ(setUp.records, Records({Failure(UNIT, SCOPE_FEATHER_NOZZLE, 182)}));
+        EXPECT_EQ(setUp.records, Records({Failure(UNIT_MASK, SCOPE_FEATHER_NOZZLE, 182)}));
     }
 }
 
@@ -151,16 +145,16 @@ TEST(MaskDataBaseGeometryFeather, StepsOfNoRowAreRefused)
     const SSetUp none = SetUp_Of(FeatherNone(15, 4, 2, 2));
     EXPECT_FALSE(none.isDone);
     EXPECT_EQ(none.layout.step, 0);
-    EXPECT_EQ(none.records, Records({Failure(UNIT, SCOPE_FEATHER_NONE, 237)}));
+    EXPECT_EQ(none.records, Records({Failure(UNIT_MASK, SCOPE_FEATHER_NONE, 237)}));
 
     const SSetUp smooth2 = SetUp_Of(Feathered(FeatherNozzle_Smooth_2, 15, 4, 2, 2, 50.0F));
     EXPECT_FALSE(smooth2.isDone);
-    EXPECT_EQ(smooth2.records, Records({Failure(UNIT, SCOPE_SMOOTH_2, 205)}));
+    EXPECT_EQ(smooth2.records, Records({Failure(UNIT_MASK, SCOPE_SMOOTH_2, 205)}));
 
     const SSetUp smooth3 = SetUp_Of(Feathered(FeatherNozzle_Smooth_3, 15, 4, 2, 2, 50.0F));
     EXPECT_FALSE(smooth3.isDone);
     EXPECT_EQ(smooth3.layout.step, 0);
-    EXPECT_EQ(smooth3.records, Records({Failure(UNIT, SCOPE_SMOOTH_3)}));
+    EXPECT_EQ(smooth3.records, Records({Failure(UNIT_MASK, SCOPE_SMOOTH_3)}));
 }
 
 TEST(MaskDataBaseGeometryFeather, MorePassesThanRowsAreRefused)

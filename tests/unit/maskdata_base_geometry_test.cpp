@@ -1,6 +1,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -10,10 +11,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char UNIT[] = "maskdata_base";
-constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";
-constexpr char SCOPE_INIT_RES_PARAM[] = "bool __cdecl CMaskData_Base::InitResParam(void)";
 
 using Records = std::vector<SLogRecord>;
 
@@ -46,7 +43,7 @@ std::vector<int> YResSteps(const CMaskData_Base& mask)
 
 SLogRecord LeadTooLarge(int height, int lead)
 {
-    return {SCOPE_INIT_RES_PARAM, UNIT, 941, 1,
+    return {SCOPE_RES_PARAM, UNIT_MASK, 941, 1,
             "m_maskHeight = " + std::to_string(height) + ", m_leadBlankHeight = " + std::to_string(lead)};
 }
 
@@ -169,7 +166,7 @@ TEST(MaskDataBaseGeometry, Smooth2WithoutFeatherRowsHasNoBandLeft)
     const CLogCapture log;
     CMaskData_Base mask;
     EXPECT_FALSE(mask.Create(MaskParam_Feathered(FeatherNozzle_Smooth_2, 544, 4, 0.0F)));
-    EXPECT_EQ(log.Records(), Records({LeadTooLarge(544, 544), Failure(UNIT, SCOPE_CREATE, 118)}));
+    EXPECT_EQ(log.Records(), Records({LeadTooLarge(544, 544), Failure(UNIT_MASK, SCOPE_MASK_CREATE, 118)}));
     EXPECT_EQ(mask.MaskHeight_IncludeRes(), 544);
     EXPECT_EQ(mask.LeadBlankHeight_IncludeRes(), 544);
 }

@@ -1,6 +1,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -16,7 +17,6 @@
 
 namespace {
 
-constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";
 constexpr int MOST = std::numeric_limits<int>::max();
 constexpr int LEAST = std::numeric_limits<int>::min();
 
@@ -131,7 +131,7 @@ void ExpectForecast(const SMaskParam& param, const SForecast& forecast)
     ASSERT_EQ(mask.Create(param), forecast.isBuilt);
     if (!forecast.isBuilt) {
         ASSERT_FALSE(log.Records().empty());
-        EXPECT_EQ(log.Records().back().scope, SCOPE_CREATE);
+        EXPECT_EQ(log.Records().back().scope, SCOPE_MASK_CREATE);
         return;
     }
     EXPECT_TRUE(log.Records().empty());

@@ -1,6 +1,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
 #include "refusals.h"
@@ -135,7 +136,7 @@ TEST(MaskDataBaseRefusal, HeadsWithoutRowsHaveNoStep)
             param.nozzleCount = rows;
             const Records records = RefusalOf(param);
             ASSERT_FALSE(records.empty());
-            EXPECT_EQ(records.back().scope, SCOPE_CREATE);
+            EXPECT_EQ(records.back().scope, SCOPE_MASK_CREATE);
         }
     }
 }

@@ -1,6 +1,7 @@
 #include "dotweave/maskdatafactory.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 
 #include <gtest/gtest.h>
@@ -37,11 +38,8 @@ TEST(MaskDataFactory, RejectedRecordGivesNullAndOneRecordBehindThoseOfCreate)
     const CLogCapture log;
     // The rejected object is deliberately not destroyed; tests/support/lsan.supp knows it.
     EXPECT_EQ(CMaskDataFactory::MaskData_Create(param), nullptr);
-    const std::vector<SLogRecord> expected = {
-        Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 85),
-        Failure(
-            "maskdatafactory",
-            "class CMaskData_Base *__cdecl CMaskDataFactory::MaskData_Create(const struct SMaskParam &)")};
+    const std::vector<SLogRecord> expected = {Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85),
+                                              Failure(UNIT_FACTORY, SCOPE_FACTORY)};
     EXPECT_EQ(log.Records(), expected);
 }
 

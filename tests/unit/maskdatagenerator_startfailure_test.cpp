@@ -1,16 +1,9 @@
 // What happens when the platform gives no further thread. Only a plain Linux build can bring that about: the
 // test program stands between the libraries and pthread_create, where the sanitizers stand themselves.
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define IS_SANITIZED 1
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define IS_SANITIZED 1
-#endif
+#include "../support/sanitized.h"
 
-#if defined(__linux__) && !defined(IS_SANITIZED)
+#if defined(__linux__) && !defined(DOTWEAVE_TEST_IS_SANITIZED)
 
 #include "maskdatagenerator.h"
 

@@ -11,6 +11,7 @@
 
 #include "../support/generatorjob.h"
 #include "../support/logcapture.h"
+#include "../support/logscopes.h"
 #include "../support/peek.h"
 #include "../support/plainmask.h"
 #include "../support/refusedrequest.h"
@@ -18,12 +19,6 @@
 namespace {
 
 constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
-constexpr char UNIT[] = "maskdatagenerator_sub";
-constexpr char SCOPE_CREATE[] =
-    "bool __cdecl CMaskDataGenerator_Sub::Create(const struct SMaskDataGenerate_Param *,class "
-    "CKelPtrQueueBuffer<struct SMaskDataGenerate_SubParam> *,const class CSineMask *)";
-constexpr char SCOPE_ONE_LOOP[] = "bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)";
-constexpr char SCOPE_COMPLETE[] = "bool __cdecl CMaskDataGenerator_Sub::CompleteOneSourceData(void)";
 
 using CItemBuffer = CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>;
 
@@ -89,12 +84,9 @@ bool HasBeenStopped(CMaskDataGenerator_Sub& worker)
     return !worker.Start("stopped");
 }
 
-/// Small odd numbers: everything wraps and nothing is aligned.
-SPlainMask PlainMask_Small(int xRes, int yRes, int bits)
+/// Three colours of four positions.
+SPlainMask PlainMask_Resolved(SPlainMask mask, int xRes, int yRes, int bits)
 {
-    SPlainMask mask = PlainMask_Sliding(7, 3);
-    mask.matrixColumns = 13;
-    mask.matrixRows = 5;
     mask.colorCount = 3;
     mask.positionCount = 4;
     mask.xRes = xRes;
@@ -103,19 +95,23 @@ SPlainMask PlainMask_Small(int xRes, int yRes, int bits)
     return mask;
 }
 
+/// Small odd numbers: everything wraps and nothing is aligned.
+SPlainMask PlainMask_Small(int xRes, int yRes, int bits)
+{
+    SPlainMask mask = PlainMask_Sliding(7, 3);
+    mask.matrixColumns = 13;
+    mask.matrixRows = 5;
+    return PlainMask_Resolved(mask, xRes, yRes, bits);
+}
+
 /// A band with sine rows: 17 feather rows of 37 in steps of 20, the sine in 8 of them at either end.
 SPlainMask PlainMask_Sine(int xRes, int yRes, int bits)
 {
     SPlainMask mask = PlainMask_Sliding(37, 20);
     mask.matrixColumns = 131;
     mask.matrixRows = 41;
-    mask.colorCount = 3;
-    mask.positionCount = 4;
-    mask.xRes = xRes;
-    mask.yRes = yRes;
-    mask.bits = bits;
     mask.isSine = true;
-    return mask;
+    return PlainMask_Resolved(mask, xRes, yRes, bits);
 }
 
 /// The dots of the rows that the sine mask moves dots between: those of the top, then those of the bottom.
@@ -485,8 +481,8 @@ TEST(MaskDataGeneratorSub, AFreeQueueThatTakesNothingBackStopsTheWorkerWhichThen
     const CLogCapture log;
     EXPECT_FALSE(worker.peek.OneLoop());
     EXPECT_EQ(log.Records(),
-              (std::vector<SLogRecord>{Failure(UNIT, SCOPE_COMPLETE),
-                                       {SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2, "m_processState = 6"}}));
+              (std::vector<SLogRecord>{Failure(UNIT_WORKER, SCOPE_WORKER_COMPLETE),
+                                       {SCOPE_WORKER_LOOP, UNIT_WORKER, LINE_ANY, 2, "m_processState = 6"}}));
     EXPECT_NE(worker.peek.SourceData(), nullptr); // goes with the worker; the leak check would see it
     EXPECT_TRUE(HasBeenStopped(worker.worker));
 }
@@ -501,7 +497,7 @@ TEST(MaskDataGeneratorSub, AnUnknownStateIsLoggedAndStopsTheWorkerWhichFreesTheI
         worker.peek.ProcessState() = state;
         const CLogCapture log;
         EXPECT_FALSE(worker.peek.OneLoop());
-        EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{{SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2,
+        EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{{SCOPE_WORKER_LOOP, UNIT_WORKER, LINE_ANY, 2,
                                                            "m_processState = " + std::to_string(state)}}));
         EXPECT_TRUE(HasBeenStopped(worker.worker));
         EXPECT_EQ(worker.buffer.m_queue_Free->Count(), 11U);
@@ -529,7 +525,7 @@ TEST(MaskDataGeneratorSub, NoMemoryForTheBlocksEndsTheWorkerWithItsState)
     const CLogCapture log;
     EXPECT_FALSE(worker.peek.OneLoop());
     EXPECT_EQ(log.Records(),
-              (std::vector<SLogRecord>{{SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2, "m_processState = 1"}}));
+              (std::vector<SLogRecord>{{SCOPE_WORKER_LOOP, UNIT_WORKER, LINE_ANY, 2, "m_processState = 1"}}));
     EXPECT_TRUE(HasBeenStopped(worker.worker));
 }
 
@@ -573,7 +569,7 @@ TEST(MaskDataGeneratorSub, AThreadThatDoesNotStartFailsCreate)
     const CLogCapture log;
     EXPECT_FALSE(worker.Create(&param, &buffer, nullptr));
     EXPECT_EQ(worker.m_name, "CMaskDataGenerator_Position");
-    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT, SCOPE_CREATE)}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_WORKER, SCOPE_WORKER_CREATE)}));
 }
 
 TEST(MaskDataGeneratorSub, AWorkerThatIsStoppedInTheMiddleFreesItsItem)

@@ -14,6 +14,7 @@
 
 #include "../support/generatorjob.h"
 #include "../support/logcapture.h"
+#include "../support/logscopes.h"
 #include "../support/peek.h"
 #include "../support/plainmask.h"
 #include "../support/refusedrequest.h"
@@ -21,12 +22,6 @@
 namespace {
 
 constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
-constexpr char UNIT[] = "maskdatagenerator";
-constexpr char SCOPE_CREATE[] =
-    "bool __cdecl CMaskDataGenerator::Create(const struct SMaskDataGenerate_Param &,int)";
-constexpr char SCOPE_ONE_LOOP[] = "bool __cdecl CMaskDataGenerator::OneLoop(void)";
-constexpr char SCOPE_ADD_SOURCE[] = "bool __cdecl CMaskDataGenerator::AddSourceData(void)";
-constexpr char SCOPE_WAIT_EXIT[] = "bool __cdecl CMaskDataGenerator::Wait_Exit(unsigned int)";
 
 using CItem = std::tuple<int, int, int>; // color, position, splitIndex_YRes
 using CItemBuffer = CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>;
@@ -171,9 +166,9 @@ TEST(MaskDataGenerator, AWorkQueueThatStaysFullFailsAndTakesTheItemOutOfCirculat
     EXPECT_TRUE(producer.peek.OneLoop());
     const CLogCapture log;
     EXPECT_FALSE(producer.peek.OneLoop());
-    EXPECT_EQ(log.Records(),
-              (std::vector<SLogRecord>{Failure(UNIT, SCOPE_ADD_SOURCE),
-                                       {SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2, "m_processState = 2"}}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{
+                                 Failure(UNIT_GENERATOR, SCOPE_GENERATOR_ADD),
+                                 {SCOPE_GENERATOR_LOOP, UNIT_GENERATOR, LINE_ANY, 2, "m_processState = 2"}}));
     EXPECT_EQ(producer.Free().Count(), 0U);
     EXPECT_EQ(producer.Work().Count(), 1U);
     EXPECT_TRUE(HasBeenStopped(producer.generator));
@@ -186,7 +181,7 @@ TEST(MaskDataGenerator, AnUnknownStateIsLoggedAndStopsTheThread)
         producer.peek.ProcessState() = state;
         const CLogCapture log;
         EXPECT_FALSE(producer.peek.OneLoop());
-        EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{{SCOPE_ONE_LOOP, UNIT, LINE_ANY, 2,
+        EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{{SCOPE_GENERATOR_LOOP, UNIT_GENERATOR, LINE_ANY, 2,
                                                            "m_processState = " + std::to_string(state)}}));
         EXPECT_TRUE(HasBeenStopped(producer.generator));
     }
@@ -324,17 +319,6 @@ TEST(MaskDataGenerator, ManySmallRunsAllEndAndLoseNothing)
     }
 }
 
-/// Far more work than a test waits for.
-SPlainMask PlainMask_Large()
-{
-    SPlainMask mask = PlainMask_Sliding(544, 34);
-    mask.colorCount = 4;
-    mask.positionCount = 16;
-    mask.yRes = 4;
-    mask.xRes = 4;
-    return mask;
-}
-
 TEST(MaskDataGenerator, AnExpiredWaitIsLoggedAndFalseAndTheRunGoesOn)
 {
     SGeneratorJob job(PlainMask_Large());
@@ -342,7 +326,7 @@ TEST(MaskDataGenerator, AnExpiredWaitIsLoggedAndFalseAndTheRunGoesOn)
     ASSERT_TRUE(generator.Create(job.param, 6));
     const CLogCapture log;
     EXPECT_FALSE(generator.Wait_Exit(0));
-    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT, SCOPE_WAIT_EXIT)}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WAIT)}));
     generator.Stop();
     EXPECT_TRUE(generator.Wait_Exit(NO_LIMIT_MS));
     EXPECT_EQ(log.Records().size(), 1U);
@@ -418,7 +402,7 @@ TEST(MaskDataGenerator, AThreadThatDoesNotStartFailsCreateAndDestructionEndsTheW
     const CLogCapture log;
     EXPECT_FALSE(generator.Create(job.param, 6));
     EXPECT_EQ(generator.m_name, "CMaskDataGenerator");
-    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT, SCOPE_CREATE)}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_GENERATOR, SCOPE_GENERATOR_CREATE)}));
     ASSERT_EQ(peek.SubThreads().size(), 6U);
     for (const auto& worker : peek.SubThreads())
         EXPECT_FALSE(worker->Wait_Exit(0)); // they run and wait for work

@@ -1,6 +1,7 @@
 #include "dotweave/maskdatastorage.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -17,30 +18,16 @@ namespace {
 static_assert(!std::is_polymorphic_v<CMaskDataStorage> && sizeof(CMaskDataStorage) == 32,
               "a mutex, the most entries, the list and the current object");
 
-constexpr char SCOPE_INIT[] =
-    "bool __cdecl CMaskDataStorage::MaskData_Current_Init(const struct SMaskParam &)";
-constexpr char SCOPE_APPLY[] =
-    "class CMaskData_Base *__cdecl CMaskDataStorage::MaskData_Apply(const struct SMaskParam &)";
-
-/// Small modes that differ in a field that feather-none never reads: all have the same step height.
-SMaskParam Mode(int number)
-{
-    SMaskParam param = MaskParam_Plain();
-    param.nozzleCount = 8;
-    param.featherLevelPercent = number;
-    return param;
-}
-
 SMaskParam Mode_Rejected()
 {
-    SMaskParam param = Mode(0);
+    SMaskParam param = MaskParam_Small(0);
     param.colorTimes = 0;
     return param;
 }
 
 SMaskParam Mode_OtherStep(int number)
 {
-    SMaskParam param = Mode(number);
+    SMaskParam param = MaskParam_Small(number);
     param.nozzleCount = 16;
     return param;
 }
@@ -64,11 +51,11 @@ TEST(MaskDataStorage, HasNoCurrentObjectBeforeTheFirstInit)
 TEST(MaskDataStorage, SameRecordTwiceCreatesOneObject)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     const CMaskData_Base* first = storage.MaskData_Current_Get();
     ASSERT_NE(first, nullptr);
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     EXPECT_EQ(storage.MaskData_Current_Get(), first);
     EXPECT_EQ(Listed(storage), (std::vector<int>{2, 1})) << "found objects move to the back";
 }
@@ -77,7 +64,7 @@ TEST(MaskDataStorage, SixthRecordEvictsTheFirst)
 {
     CMaskDataStorage storage;
     for (int mode = 1; mode <= 6; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
     EXPECT_EQ(Listed(storage), (std::vector<int>{2, 3, 4, 5, 6}));
     EXPECT_EQ(storage.MaskData_Current_Get()->MaskParam_Input().featherLevelPercent, 6);
 }
@@ -86,26 +73,26 @@ TEST(MaskDataStorage, FoundRecordIsSavedFromEviction)
 {
     CMaskDataStorage storage;
     for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(6)));
+        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(6)));
     EXPECT_EQ(Listed(storage), (std::vector<int>{3, 4, 5, 1, 6}));
 }
 
 TEST(MaskDataStorage, ApplyWithTheCurrentRecordGivesTheCurrentObject)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
-    EXPECT_EQ(storage.MaskData_Apply(Mode(1)), storage.MaskData_Current_Get());
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
+    EXPECT_EQ(storage.MaskData_Apply(MaskParam_Small(1)), storage.MaskData_Current_Get());
     EXPECT_EQ(Listed(storage), (std::vector<int>{1}));
 }
 
 TEST(MaskDataStorage, ApplyAddsANewObjectWithoutMakingItCurrent)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     const CMaskData_Base* current = storage.MaskData_Current_Get();
-    const CMaskData_Base* applied = storage.MaskData_Apply(Mode(2));
+    const CMaskData_Base* applied = storage.MaskData_Apply(MaskParam_Small(2));
     ASSERT_NE(applied, nullptr);
     EXPECT_NE(applied, current);
     EXPECT_EQ(storage.MaskData_Current_Get(), current);
@@ -115,9 +102,9 @@ TEST(MaskDataStorage, ApplyAddsANewObjectWithoutMakingItCurrent)
 TEST(MaskDataStorage, ApplyLeavesAFoundObjectInItsPlace)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
-    EXPECT_NE(storage.MaskData_Apply(Mode(1)), nullptr);
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
+    EXPECT_NE(storage.MaskData_Apply(MaskParam_Small(1)), nullptr);
     EXPECT_EQ(Listed(storage), (std::vector<int>{1, 2}));
 }
 
@@ -125,20 +112,20 @@ TEST(MaskDataStorage, ApplyWithAnotherStepGivesNullButListsTheObjectAndEvicts)
 {
     CMaskDataStorage storage;
     for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
     const CLogCapture log;
     EXPECT_EQ(storage.MaskData_Apply(Mode_OtherStep(6)), nullptr);
     EXPECT_EQ(Listed(storage), (std::vector<int>{2, 3, 4, 5, 6}));
-    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure("maskdatastorage", SCOPE_APPLY)}));
+    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_STORAGE, SCOPE_STORAGE_APPLY)}));
 }
 
 TEST(MaskDataStorage, FifthApplyOnAFullListEvictsTheCurrentObject)
 {
     CMaskDataStorage storage;
     for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
     for (int mode = 6; mode <= 9; ++mode)
-        ASSERT_NE(storage.MaskData_Apply(Mode(mode)), nullptr);
+        ASSERT_NE(storage.MaskData_Apply(MaskParam_Small(mode)), nullptr);
     // One more would compare steps with a destroyed object, so the law is held one step before the fault: the
     // current object has come to the front, where the next arrival evicts it.
     EXPECT_EQ(Listed(storage), (std::vector<int>{5, 6, 7, 8, 9}));
@@ -147,9 +134,9 @@ TEST(MaskDataStorage, FifthApplyOnAFullListEvictsTheCurrentObject)
 
 TEST(MaskDataStorage, ZerosOfDifferentSignAreDifferentKeys)
 {
-    SMaskParam positive = Mode(1);
+    SMaskParam positive = MaskParam_Small(1);
     positive.featherPercent = 0.0F;
-    SMaskParam negative = Mode(1);
+    SMaskParam negative = MaskParam_Small(1);
     negative.featherPercent = -0.0F;
     CMaskDataStorage storage;
     ASSERT_TRUE(storage.MaskData_Current_Init(positive));
@@ -161,7 +148,7 @@ TEST(MaskDataStorage, ZerosOfDifferentSignAreDifferentKeys)
 
 TEST(MaskDataStorage, RecordsThatCreateNormalisesAwayAreDifferentKeys)
 {
-    SMaskParam four = Mode(1);
+    SMaskParam four = MaskParam_Small(1);
     four.yResPass = 4;
     four.resSplitType = ResSplit_Y2;
     SMaskParam five = four;
@@ -176,41 +163,38 @@ TEST(MaskDataStorage, RecordsThatCreateNormalisesAwayAreDifferentKeys)
 TEST(MaskDataStorage, FailedInitLeavesNoCurrentObjectButTheListAsItWas)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     const CMaskData_Base* first = storage.MaskData_Current_Get();
     {
         const CLogCapture log;
         EXPECT_FALSE(storage.MaskData_Current_Init(Mode_Rejected()));
-        const std::vector<SLogRecord> expected = {
-            Failure("maskdata_base", "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)", 85),
-            Failure("maskdatafactory",
-                    "class CMaskData_Base *__cdecl CMaskDataFactory::MaskData_Create(const "
-                    "struct SMaskParam &)"),
-            Failure("maskdatastorage", SCOPE_INIT)};
+        const std::vector<SLogRecord> expected = {Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85),
+                                                  Failure(UNIT_FACTORY, SCOPE_FACTORY),
+                                                  Failure(UNIT_STORAGE, SCOPE_STORAGE_INIT)};
         EXPECT_EQ(log.Records(), expected);
     }
     EXPECT_EQ(storage.MaskData_Current_Get(), nullptr);
     EXPECT_EQ(Listed(storage), (std::vector<int>{1}));
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     EXPECT_EQ(storage.MaskData_Current_Get(), first);
 }
 
 TEST(MaskDataStorage, FindReturnsTheEqualObjectNearestTheFront)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
     SMaskDataStorage_Peek peek{storage};
-    EXPECT_EQ(peek.MaskData_Find(Mode(1)), peek.List().front());
-    EXPECT_EQ(peek.MaskData_Find(Mode(2)), peek.List().back());
-    EXPECT_EQ(peek.MaskData_Find(Mode(3)), nullptr);
+    EXPECT_EQ(peek.MaskData_Find(MaskParam_Small(1)), peek.List().front());
+    EXPECT_EQ(peek.MaskData_Find(MaskParam_Small(2)), peek.List().back());
+    EXPECT_EQ(peek.MaskData_Find(MaskParam_Small(3)), nullptr);
 }
 
 TEST(MaskDataStorage, ListWithinItsLimitIsLeftAlone)
 {
     CMaskDataStorage storage;
     for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
     SMaskDataStorage_Peek peek{storage};
     EXPECT_TRUE(peek.Release_One_FromFront_If_OutOfRange());
     EXPECT_EQ(peek.List().size(), 5U);
@@ -220,7 +204,7 @@ TEST(MaskDataStorage, NullEntryAtTheFrontIsEvictedLikeAnyOther)
 {
     CMaskDataStorage storage;
     for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(Mode(mode)));
+        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
     SMaskDataStorage_Peek peek{storage};
     peek.List().push_front(nullptr);
     EXPECT_TRUE(peek.Release_One_FromFront_If_OutOfRange());
@@ -230,13 +214,13 @@ TEST(MaskDataStorage, NullEntryAtTheFrontIsEvictedLikeAnyOther)
 TEST(MaskDataStorage, ReleasingTheContentEmptiesTheListAndLeavesTheCurrentPointer)
 {
     CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(1)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     SMaskDataStorage_Peek peek{storage};
     const CMaskData_Base* before = peek.Current();
     EXPECT_TRUE(peek.Release_ListMaskData_Content());
     EXPECT_EQ(peek.List().size(), 0U);
     EXPECT_EQ(peek.Current(), before) << "the pointer dangles; nothing but a new Init mends it";
-    ASSERT_TRUE(storage.MaskData_Current_Init(Mode(2)));
+    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
 }
 
 TEST(MaskDataStorage, ThreadsShareOneStorage)
@@ -249,7 +233,7 @@ TEST(MaskDataStorage, ThreadsShareOneStorage)
     for (int thread = 0; thread < THREADS; ++thread) {
         threads.emplace_back([&storage, &failures, thread] {
             for (int round = 0; round < ROUNDS; ++round) {
-                if (!storage.MaskData_Current_Init(Mode((thread + round) % 7)))
+                if (!storage.MaskData_Current_Init(MaskParam_Small((thread + round) % 7)))
                     ++failures;
                 if (storage.MaskData_Current_Get() == nullptr)
                     ++failures;

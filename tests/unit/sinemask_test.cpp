@@ -1,6 +1,7 @@
 #include "dotweave/sinemask.h"
 
 #include "logcapture.h"
+#include "logscopes.h"
 #include "refusedrequest.h"
 
 #include <gtest/gtest.h>
@@ -15,8 +16,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char SCOPE_CREATE[] = "bool __cdecl CSineMask::Create(int,int,int,enum ESinMaskType)";
 
 /// A mask of the kind that the generator uses, made from its arguments.
 class CStoredMask : public CSineMask {
@@ -215,7 +214,7 @@ TEST(SineMask, FailsWithOneRecordForAnUnknownType)
         const CLogCapture log;
         CSineMask mask;
         EXPECT_FALSE(mask.Create(20, 100, 1, static_cast<ESinMaskType>(type)));
-        EXPECT_EQ(log.Records(), std::vector<SLogRecord>{Failure("sinemask", SCOPE_CREATE)}) << type;
+        EXPECT_EQ(log.Records(), std::vector<SLogRecord>{Failure(UNIT_SINE, SCOPE_SINE_CREATE)}) << type;
         EXPECT_EQ(mask.MaskBuffer_Down_Get(), nullptr);
         EXPECT_EQ(mask.MaskBuffer_Up_Get(), nullptr);
         EXPECT_EQ(mask.MaskSize_Get(), 0);

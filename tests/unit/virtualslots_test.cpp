@@ -1,5 +1,4 @@
-// The order of the virtual operations, which is agreed for every class that has some. Tested where a pointer to a
-// virtual operation holds its place in the table: 1 + byte offset. The mask object and the thread base hold theirs
+// The order of the virtual operations, which is agreed for every class that has some. The mask object and the thread base hold theirs
 // in tests of their own.
 
 #include "kelptrqueue.h"
@@ -9,41 +8,19 @@
 #include "maskdatagenerator_sub.h"
 
 #include <cstddef>
-#include <cstring>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#if defined(__GNUC__) && defined(__x86_64__)
+#include "../support/virtualslots.h"
+
+#if defined(DOTWEAVE_TEST_HAS_SLOTS)
 
 namespace {
 
 constexpr std::ptrdiff_t BEHIND_DESTRUCTOR = 2; // this platform gives a virtual destructor two places
-
-template <typename TOperation>
-std::ptrdiff_t Slot(TOperation operation)
-{
-    std::ptrdiff_t words[2] = {};
-    static_assert(sizeof(words) == sizeof(operation));
-    std::memcpy(words, &operation, sizeof(words));
-    return (words[0] - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
-}
-
-/// Reaches what is protected in a thread class.
-template <typename TThread>
-class CInside : public TThread {
-public:
-    static std::vector<std::ptrdiff_t> Slots()
-    {
-        return {Slot(&CInside::Start),       Slot(&CInside::Wait_PrepareComplete),
-                Slot(&CInside::Wait_Paused), Slot(&CInside::Wait_Exit),
-                Slot(&CInside::Stop),        Slot(&CInside::Pause),
-                Slot(&CInside::Resume),      Slot(&CInside::OneLoop),
-                Slot(&CInside::Prepare),     Slot(&CInside::Finally)};
-    }
-};
 
 /// A queue whose overrides tell that they were called.
 class CTellingQueue : public CKelPtrQueue<int> {
@@ -70,9 +47,8 @@ public:
 
 TEST(VirtualSlots, GeneratorAndWorkerAddNoneToThoseOfTheThreadBase)
 {
-    const std::vector<std::ptrdiff_t> agreed = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
-    EXPECT_EQ(CInside<CMaskDataGenerator>::Slots(), agreed);
-    EXPECT_EQ(CInside<CMaskDataGenerator_Sub>::Slots(), agreed);
+    EXPECT_EQ(CThreadSlots<CMaskDataGenerator>::Slots(), ThreadSlots_Agreed());
+    EXPECT_EQ(CThreadSlots<CMaskDataGenerator_Sub>::Slots(), ThreadSlots_Agreed());
     static_assert(std::has_virtual_destructor_v<CMaskDataGenerator> &&
                   std::has_virtual_destructor_v<CMaskDataGenerator_Sub>);
 }
