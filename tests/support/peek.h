@@ -6,11 +6,16 @@
 #include "maskdatagenerator.h"
 #include "maskdatagenerator_sub.h"
 
+#include <cstdint>
+#include <list>
+
 /// @file
 /// The tests' key to private members. Each class names its key as a friend.
 
 struct SBaseMaskData_Peek {
     static void Release(CBaseMaskData& data) { data.Release(); }
+    static std::int32_t Count(const CBaseMaskData& data) { return data.m_count; }
+    static std::uint16_t** Planes(const CBaseMaskData& data) { return data.m_maskData; }
 };
 
 struct SMaskData_Base_Peek {
@@ -53,6 +58,8 @@ struct SMaskData_Base_Peek {
 struct SMaskDataStorage_Peek {
     CMaskDataStorage& storage;
 
+    boost::recursive_mutex* Mutex() { return storage.m_pMutex; }
+    std::list<CMaskData_Base*>*& ListPointer() { return storage.m_pListMaskData; }
     std::list<CMaskData_Base*>& List() { return *storage.m_pListMaskData; }
     CMaskData_Base*& Current() { return storage.m_pMaskData_Current; }
     CMaskData_Base* MaskData_Find(const SMaskParam& param) { return storage.MaskData_Find(param); }

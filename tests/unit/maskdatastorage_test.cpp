@@ -1,5 +1,6 @@
 #include "dotweave/maskdatastorage.h"
 
+#include "listedmodes.h"
 #include "logcapture.h"
 #include "logscopes.h"
 #include "maskparams.h"
@@ -8,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <list>
 #include <thread>
 #include <type_traits>
 #include <vector>
@@ -17,29 +17,6 @@ namespace {
 
 static_assert(!std::is_polymorphic_v<CMaskDataStorage> && sizeof(CMaskDataStorage) == 32,
               "a mutex, the most entries, the list and the current object");
-
-SMaskParam Mode_Rejected()
-{
-    SMaskParam param = MaskParam_Small(0);
-    param.colorTimes = 0;
-    return param;
-}
-
-SMaskParam Mode_OtherStep(int number)
-{
-    SMaskParam param = MaskParam_Small(number);
-    param.nozzleCount = 16;
-    return param;
-}
-
-/// The numbers of the listed modes, front first.
-std::vector<int> Listed(CMaskDataStorage& storage)
-{
-    std::vector<int> numbers;
-    for (const CMaskData_Base* mask : SMaskDataStorage_Peek{storage}.List())
-        numbers.push_back(mask->MaskParam_Input().featherLevelPercent);
-    return numbers;
-}
 
 TEST(MaskDataStorage, HasNoCurrentObjectBeforeTheFirstInit)
 {
@@ -177,17 +154,6 @@ TEST(MaskDataStorage, FailedInitLeavesNoCurrentObjectButTheListAsItWas)
     EXPECT_EQ(Listed(storage), (std::vector<int>{1}));
     ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     EXPECT_EQ(storage.MaskData_Current_Get(), first);
-}
-
-TEST(MaskDataStorage, FindReturnsTheEqualObjectNearestTheFront)
-{
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
-    SMaskDataStorage_Peek peek{storage};
-    EXPECT_EQ(peek.MaskData_Find(MaskParam_Small(1)), peek.List().front());
-    EXPECT_EQ(peek.MaskData_Find(MaskParam_Small(2)), peek.List().back());
-    EXPECT_EQ(peek.MaskData_Find(MaskParam_Small(3)), nullptr);
 }
 
 TEST(MaskDataStorage, ListWithinItsLimitIsLeftAlone)
