@@ -84,8 +84,9 @@ TEST(MaskDataBaseGeometrySize, TheSearchStartsFromTheHeightItIsGiven)
 
 TEST(MaskDataBaseGeometrySize, ARepeatBeyondThirtyTwoBitsIsNoRepeat)
 {
-    // 15790321 is prime: even 273 rows repeat only after 4310757633 paper rows.
-    EXPECT_EQ(InitMaskSize(544, 15790321).height, -1);
+    // 15790321 is prime: even 273 rows repeat only after 4310757633 paper rows. The search then still stands at
+    // 2147483647 rows, which are 135 steps and 11790312 rows.
+    EXPECT_EQ(InitMaskSize(544, 15790321), (SMaskSize{-1, 135}));
 }
 
 TEST(MaskDataBaseGeometrySize, MaskLinesAreRoundedUpToWholeBytes)

@@ -131,6 +131,18 @@ TEST(MaskDataBaseGeometry, HardEdgesAddTheLastResolutionOffsetsToTheLead)
     EXPECT_EQ(log.Records(), Records({LeadTooLarge(60, 60)}));
 }
 
+TEST(MaskDataBaseGeometry, ALeadBeyondTheBandIsToldBesideTheHeightItWasHeldAgainst)
+{
+    // The lead of 60 as above against 29 * 2 lines: the record tells the height first, each with its own number.
+    const CLogCapture log;
+    CMaskData_Base mask;
+    Prepare(mask, {2, 2, FeatherMode_None, 8, 29, 24});
+    EXPECT_FALSE(SMaskData_Base_Peek{mask}.InitResParam());
+    EXPECT_EQ(log.Records(), Records({LeadTooLarge(58, 60)}));
+    EXPECT_EQ(mask.MaskHeight_IncludeRes(), 58);
+    EXPECT_EQ(mask.LeadBlankHeight_IncludeRes(), 60);
+}
+
 TEST(MaskDataBaseGeometry, FeatheredEdgesAddNothingToTheLead)
 {
     CMaskData_Base fits;
