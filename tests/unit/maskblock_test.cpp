@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <new>
 #include <type_traits>
@@ -53,6 +55,23 @@ TEST(MaskBlock, HasNoPixelSetWhenItIsMadeWithSizes)
     EXPECT_EQ(block.Height(), 5);
     EXPECT_EQ(block.MaskDataBytesCount(), 35);
     EXPECT_EQ(Bytes(block), std::vector<std::uint8_t>(35, 0));
+}
+
+TEST(MaskBlock, HoldsWidthHeightAndBufferInThisOrder)
+{
+    CMaskBlock block(7, 5);
+    std::array<unsigned char, sizeof(CMaskBlock)> bytes = {};
+    std::memcpy(bytes.data(), static_cast<const void*>(&block), bytes.size());
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    const std::uint8_t* buffer = nullptr;
+    std::memcpy(&width, bytes.data(), sizeof width);
+    std::memcpy(&height, bytes.data() + 4, sizeof height);
+    std::memcpy(&buffer, bytes.data() + 8, sizeof buffer);
+    EXPECT_EQ(width, 7);
+    EXPECT_EQ(height, 5);
+    EXPECT_NE(buffer, nullptr);
+    EXPECT_EQ(buffer, block.MaskData());
 }
 
 TEST(MaskBlock, GivesTheSameBufferForWritingAndForReading)
