@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -66,6 +67,20 @@ TEST_F(CutTableDump, FolderThatDoesNotExistFailsWithOneRecordAndCreatesNothing)
     EXPECT_FALSE(CMaskData_Base::OutputCutTable(table.data(), 1, (missing / "table.txt").string()));
     EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_MASK, SCOPE_OUTPUT)}));
     EXPECT_FALSE(std::filesystem::exists(missing));
+}
+
+TEST_F(CutTableDump, ADiskWithoutRoomIsNoFailure)
+{
+    const std::string full = "/dev/full"; // opens for writing and then takes nothing
+    if (!std::filesystem::exists(full))
+        GTEST_SKIP() << "no file that is always full";
+    // One table is written when the file is closed, the other is longer than any buffer.
+    for (const int count : {1, 100000}) {
+        const std::vector<SCutTable> table(static_cast<std::size_t>(count), {2, 1});
+        const CLogCapture log;
+        EXPECT_TRUE(CMaskData_Base::OutputCutTable(table.data(), count, full)) << count;
+        EXPECT_EQ(log.Records(), std::vector<SLogRecord>()) << count;
+    }
 }
 
 } // namespace
