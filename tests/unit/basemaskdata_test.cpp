@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <type_traits>
 #include <vector>
@@ -154,6 +155,7 @@ TEST(BaseMaskData, FindsNoMemoryForANegativeNumberOfPlanes)
     EXPECT_THROW(data.Create(20, 30, -1), std::bad_alloc);
     EXPECT_EQ(data.Width(), 20); // stored before anything is allocated
     EXPECT_EQ(data.Height(), 30);
+    EXPECT_EQ(SBaseMaskData_Peek::Count(data), -1);
 }
 
 TEST(BaseMaskData, FindsNoMemoryForANegativePlane)
@@ -191,11 +193,34 @@ TEST(BaseMaskData, SharesItsPlanesWithACopy)
     ASSERT_TRUE(owner.Create(12, 3, 2));
     CBaseMaskData assigned;
     assigned = owner;
-    EXPECT_EQ(assigned.Width(), 12);
-    EXPECT_EQ(assigned.Height(), 3);
-    EXPECT_EQ(assigned.MaskData(1), owner.MaskData(1));
-    owner.MaskData(1)[35] = 7; // planes are writable
-    EXPECT_EQ(assigned.MaskData(1)[35], 7);
-    assigned = CBaseMaskData(); // only one may go on owning the planes
-    EXPECT_EQ(owner.MaskData(1)[35], 7);
+    CBaseMaskData constructed(owner);
+    for (CBaseMaskData* copy : {&assigned, &constructed}) {
+        EXPECT_EQ(copy->Width(), 12);
+        EXPECT_EQ(copy->Height(), 3);
+        EXPECT_EQ(SBaseMaskData_Peek::Count(*copy), 2);
+        EXPECT_EQ(SBaseMaskData_Peek::Planes(*copy), SBaseMaskData_Peek::Planes(owner));
+        owner.MaskData(1)[35] = 7; // planes are writable
+        EXPECT_EQ(copy->MaskData(1)[35], 7);
+        *copy = CBaseMaskData(); // only one may go on owning the planes
+        EXPECT_EQ(owner.MaskData(1)[35], 7);
+    }
+}
+
+TEST(BaseMaskData, ASecondCreateLeavesThePlanesOfTheFirstToWhoeverHasThem)
+{
+    CBaseMaskData data;
+    ASSERT_TRUE(data.Create(300, 3, 2));
+    const std::unique_ptr<std::uint16_t*[]> planes(SBaseMaskData_Peek::Planes(data));
+    const std::unique_ptr<std::uint16_t[]> first(planes[0]);
+    const std::unique_ptr<std::uint16_t[]> second(planes[1]);
+    ASSERT_TRUE(data.Create(300, 3, 2));
+    // Memory that had been freed would be handed out again for planes of the same size.
+    EXPECT_NE(SBaseMaskData_Peek::Planes(data), planes.get());
+    for (int plane = 0; plane < 2; ++plane) {
+        EXPECT_NE(data.MaskData(plane), first.get());
+        EXPECT_NE(data.MaskData(plane), second.get());
+        EXPECT_TRUE(PlaneHoldsItsMatrix(data, plane));
+        EXPECT_TRUE(std::equal(planes[plane], planes[plane] + std::ptrdiff_t{300} * 3, data.MaskData(plane)))
+            << plane;
+    }
 }

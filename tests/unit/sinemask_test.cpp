@@ -259,17 +259,3 @@ TEST(SineMask, FindsNoMemoryForANegativeNumberOfBytes)
     EXPECT_EQ(mask.MaskBuffer_Down_Get(), nullptr);
     EXPECT_EQ(mask.MaskBuffer_Up_Get(), nullptr);
 }
-
-TEST(SineMask, SharesItsBuffersWithACopy)
-{
-    const CStoredMask owner(20, 100, 2);
-    CSineMask assigned;
-    assigned = owner;
-    EXPECT_EQ(assigned.MaskBuffer_Down_Get(), owner.MaskBuffer_Down_Get());
-    EXPECT_EQ(assigned.MaskBuffer_Up_Get(), owner.MaskBuffer_Up_Get());
-    EXPECT_EQ(assigned.MaskSize_Get(), 1000);
-    EXPECT_EQ(assigned.MaskHeight_Get(), 10);
-    assigned = CSineMask(); // only one may go on owning the buffers
-    EXPECT_EQ(assigned.MaskBuffer_Down_Get(), nullptr);
-    EXPECT_EQ(owner.MaskBuffer_Down_Get()[0], 0x03);
-}
