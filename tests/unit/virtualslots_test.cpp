@@ -42,6 +42,11 @@ public:
         m_calls.emplace_back("Clear");
         return true;
     }
+    bool Push(int* item) // hides that of the base
+    {
+        m_calls.emplace_back("Push");
+        return CKelPtrQueue<int>::Push(item);
+    }
     std::vector<std::string> m_calls;
 };
 
@@ -76,6 +81,16 @@ TEST(VirtualSlots, AQueuesOperationsAreCalledThroughTheTable)
     EXPECT_FALSE(queue.Pop(item, 0)); // tries before and behind its wait
     EXPECT_TRUE(queue.Clear());
     EXPECT_EQ(telling.m_calls, (std::vector<std::string>{"TryPop", "Pop", "TryPop", "TryPop", "Clear"}));
+}
+
+TEST(VirtualSlots, PushAloneIsNotCalledThroughTheTable)
+{
+    CTellingQueue telling(2);
+    CKelQueue<int*>& queue = telling;
+    EXPECT_TRUE(queue.Push(new int(1))); // the queue's from here on
+    EXPECT_TRUE(telling.m_calls.empty());
+    EXPECT_TRUE(telling.Push(new int(2)));
+    EXPECT_EQ(telling.m_calls, std::vector<std::string>{"Push"});
 }
 
 TEST(VirtualSlots, TheQueueBufferHasCreateAloneAndNoVirtualDestructor)
