@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -32,6 +33,7 @@ public:
     }
     bool WaitOne(unsigned int milliseconds)
     {
+        m_waits.push_back(milliseconds);
         if (milliseconds > 0) {
             Meanwhile(m_beforeWait);
             m_ranOutCount += m_isSet ? 0 : 1;
@@ -41,6 +43,7 @@ public:
 
     bool m_isSet = false;
     int m_ranOutCount = 0;
+    std::vector<unsigned int> m_waits; // how long each wait may last
     std::function<void()>
         m_beforeWrite;                  // what the other thread does before the next Set or Reset lands; once
     std::function<void()> m_beforeWait; // the same before the next wait looks; once
@@ -209,6 +212,32 @@ TEST_F(KelQueueInterleaving, RoomThatIsTakenByAnotherLeavesThePushRefused)
     EXPECT_FALSE(m_queue.Push(&m_one));
     EXPECT_EQ(NotFull(m_queue).m_ranOutCount, 1);
     ExpectAtRest(CAPACITY);
+}
+
+TEST_F(KelQueueInterleaving, APushWaitsAtMostAHundredMillisecondsAndOnlyForRoom)
+{
+    Fill(CAPACITY - 1);
+    EXPECT_TRUE(m_queue.Push(&m_one)); // there is room: no wait
+    EXPECT_EQ(NotFull(m_queue).m_waits, std::vector<unsigned int>{});
+    EXPECT_FALSE(m_queue.Push(&m_one));
+    EXPECT_EQ(NotFull(m_queue).m_waits, std::vector<unsigned int>{100});
+    EXPECT_EQ(NotEmpty(m_queue).m_waits, std::vector<unsigned int>{});
+    EXPECT_FALSE(m_queue.TryPush(&m_one));
+    EXPECT_EQ(NotFull(m_queue).m_waits, std::vector<unsigned int>{100});
+}
+
+TEST_F(KelQueueInterleaving, APopWaitsAtMostAsLongAsItIsToldAndOnlyForAnItem)
+{
+    int* item = nullptr;
+    Fill(1);
+    EXPECT_TRUE(m_queue.Pop(item, 17)); // there is an item: no wait
+    EXPECT_EQ(NotEmpty(m_queue).m_waits, std::vector<unsigned int>{});
+    EXPECT_FALSE(m_queue.Pop(item, 17));
+    EXPECT_FALSE(m_queue.Pop(item, 0xFFFFFFFFU));
+    EXPECT_EQ(NotEmpty(m_queue).m_waits, (std::vector<unsigned int>{17, 0xFFFFFFFFU}));
+    EXPECT_EQ(NotFull(m_queue).m_waits, std::vector<unsigned int>{});
+    EXPECT_FALSE(m_queue.TryPop(item));
+    EXPECT_EQ(NotEmpty(m_queue).m_waits.size(), 2U);
 }
 
 TEST_F(KelQueueInterleaving, TheEndAnnouncedBetweenTheTryAndTheSleepEndsTheSleep)

@@ -1,0 +1,163 @@
+// Whom the generator's threads wait for, in which order and how long at most.
+
+#include "maskdatagenerator.h"
+#include "maskdatagenerator_sub.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "../support/peek.h"
+
+namespace {
+
+using CItemBuffer = CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>;
+using CCalls = std::vector<std::string>;
+
+/// A worker without a thread that tells what is asked of it.
+class CTellingWorker : public CMaskDataGenerator_Sub {
+public:
+    CTellingWorker(int slot, const bool& hasEnded, CCalls& calls)
+        : m_name(" of " + std::to_string(slot)), m_hasEnded(hasEnded), m_calls(calls)
+    {}
+
+    bool Wait_Exit(unsigned int milliseconds) override
+    {
+        m_calls.push_back("Wait_Exit(" + std::to_string(milliseconds) + ")" + m_name);
+        return m_hasEnded;
+    }
+    void Stop() override { m_calls.push_back("Stop" + m_name); }
+
+private:
+    std::string m_name;
+    const bool& m_hasEnded;
+    CCalls& m_calls;
+};
+
+/// A generator without threads, with three workers that tell.
+class MaskDataGeneratorWaits : public testing::Test {
+protected:
+    MaskDataGeneratorWaits()
+    {
+        for (std::size_t slot = 0; slot < m_hasEnded.size(); ++slot)
+            m_peek.SubThreads().push_back(
+                std::make_unique<CTellingWorker>(static_cast<int>(slot), m_hasEnded[slot], m_calls));
+        m_peek.ProcessState() = 3;
+    }
+
+    std::array<bool, 3> m_hasEnded = {true, true, true};
+    CCalls m_calls;
+    CMaskDataGenerator m_generator; // goes first, and stops its workers once more
+    SMaskDataGenerator_Peek m_peek{m_generator};
+    const CCalls m_stopCalls = {"Stop of 0",
+                                "Stop of 1",
+                                "Stop of 2",
+                                "Wait_Exit(4294967295) of 0",
+                                "Wait_Exit(4294967295) of 1",
+                                "Wait_Exit(4294967295) of 2"};
+};
+
+TEST_F(MaskDataGeneratorWaits, StopStopsAllWorkersAndThenWaitsForEachWithoutLimit)
+{
+    m_generator.Stop();
+    EXPECT_EQ(m_calls, m_stopCalls);
+}
+
+TEST_F(MaskDataGeneratorWaits, AStopPassesOverSlotsWithoutAWorker)
+{
+    m_peek.SubThreads()[1] = nullptr;
+    m_generator.Stop();
+    EXPECT_EQ(m_calls,
+              (CCalls{"Stop of 0", "Stop of 2", "Wait_Exit(4294967295) of 0", "Wait_Exit(4294967295) of 2"}));
+}
+
+TEST_F(MaskDataGeneratorWaits, StateThreeAsksNoWorkerBehindTheFirstThatStillRuns)
+{
+    m_hasEnded[1] = false;
+    EXPECT_TRUE(m_peek.OneLoop());
+    EXPECT_EQ(m_calls, (CCalls{"Wait_Exit(100) of 0", "Wait_Exit(100) of 1"}));
+    EXPECT_EQ(m_peek.ProcessState(), 3);
+    m_calls.clear();
+    EXPECT_TRUE(m_peek.OneLoop()); // and starts with the first one again
+    EXPECT_EQ(m_calls, (CCalls{"Wait_Exit(100) of 0", "Wait_Exit(100) of 1"}));
+}
+
+TEST_F(MaskDataGeneratorWaits, StateThreeStopsWhenTheLastWorkerHasEnded)
+{
+    m_hasEnded[2] = false;
+    EXPECT_TRUE(m_peek.OneLoop());
+    const CCalls poll = {"Wait_Exit(100) of 0", "Wait_Exit(100) of 1", "Wait_Exit(100) of 2"};
+    EXPECT_EQ(m_calls, poll);
+    m_calls.clear();
+    m_hasEnded[2] = true;
+    EXPECT_TRUE(m_peek.OneLoop());
+    CCalls expected = poll;
+    expected.insert(expected.end(), m_stopCalls.begin(), m_stopCalls.end());
+    EXPECT_EQ(m_calls, expected);
+    EXPECT_FALSE(m_generator.Start("stopped")) << "a thread that has been stopped never starts";
+}
+
+/// A queue of work items that tells how long it is waited for, and never sleeps.
+class CTellingQueue : public CKelPtrQueue<SMaskDataGenerate_SubParam> {
+public:
+    CTellingQueue() : CKelPtrQueue(1) {}
+
+    bool Pop(SMaskDataGenerate_SubParam*& item, unsigned int milliseconds) override
+    {
+        m_waits.push_back(milliseconds);
+        return TryPop(item);
+    }
+    std::vector<unsigned int> m_waits;
+};
+
+/// Puts a telling queue in the place of one of the buffer's. @return it, the buffer's from here on
+CTellingQueue& Telling_Put(std::unique_ptr<CKelPtrQueue<SMaskDataGenerate_SubParam>>& place)
+{
+    auto queue = std::make_unique<CTellingQueue>();
+    CTellingQueue& telling = *queue;
+    place = std::move(queue);
+    return telling;
+}
+
+TEST(MaskDataGeneratorQueueWaits, TheProducerWaitsAtMostAHundredMillisecondsForAFreeItem)
+{
+    CMaskDataGenerator generator;
+    SMaskDataGenerator_Peek peek{generator};
+    peek.QueueBuffer() = std::make_unique<CItemBuffer>();
+    std::vector<SMaskDataGenerate_SubParam*> items = {new SMaskDataGenerate_SubParam{}};
+    peek.QueueBuffer()->Create(items, "pool"); // the queues' from here on
+    CTellingQueue& free = Telling_Put(peek.QueueBuffer()->m_queue_Free);
+    EXPECT_TRUE(peek.AddSourceData()) << "no free item is no failure";
+    EXPECT_EQ(free.m_waits, std::vector<unsigned int>{100});
+    EXPECT_EQ(peek.QueueBuffer()->m_queue_Work->Count(), 0U);
+    ASSERT_TRUE(free.TryPush(new SMaskDataGenerate_SubParam{}));
+    EXPECT_TRUE(peek.AddSourceData());
+    EXPECT_EQ(free.m_waits, (std::vector<unsigned int>{100, 100}));
+    EXPECT_EQ(peek.QueueBuffer()->m_queue_Work->Count(), 1U);
+}
+
+TEST(MaskDataGeneratorQueueWaits, AWorkerWaitsAtMostAHundredMillisecondsAndNotAtAllBehindTheEnd)
+{
+    CItemBuffer buffer;
+    CTellingQueue& work = Telling_Put(buffer.m_queue_Work);
+    CMaskDataGenerator_Sub worker;
+    SMaskDataGenerator_Sub_Peek peek{worker};
+    const SMaskDataGenerate_Param param = {};
+    peek.Inputs(&param, &buffer, nullptr);
+    peek.ProcessState() = 2;
+    EXPECT_TRUE(peek.OneLoop());
+    EXPECT_TRUE(peek.OneLoop());
+    EXPECT_EQ(work.m_waits, (std::vector<unsigned int>{100, 100}));
+    work.AddFinished_Set();
+    EXPECT_TRUE(peek.OneLoop()); // nothing more can come
+    EXPECT_EQ(work.m_waits, (std::vector<unsigned int>{100, 100, 0}));
+    EXPECT_EQ(peek.ProcessState(), 2);
+    EXPECT_FALSE(worker.Start("stopped")) << "a thread that has been stopped never starts";
+}
+
+} // namespace
