@@ -4,6 +4,7 @@
 #include "dotweave/maskdatastorage.h"
 
 #include "failuremodes.h"
+#include "geometrysteps.h"
 #include "livethreads.h"
 #include "logcapture.h"
 #include "maskbytes.h"
@@ -106,6 +107,17 @@ TEST_P(RefusedThreads, SevenAreEnough)
     EXPECT_EQ(MaskBytes_Undisturbed(GetParam().param), m_expected);
     EXPECT_EQ(threads.AskedCount(), GENERATOR_THREAD_COUNT);
     EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+}
+
+TEST_P(RefusedThreads, NoneIsAskedForByTheAssemblyOnTheCallersThread)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    Geometry_Create(peek, GetParam().param);
+    const CRefusedThreads threads(0);
+    EXPECT_TRUE(peek.CreateMaskData_Old());
+    EXPECT_EQ(threads.AskedCount(), 0);
+    EXPECT_NE(peek.MaskBlock(), nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, RefusedThreads, testing::ValuesIn(FailureModes()),
