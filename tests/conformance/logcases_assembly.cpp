@@ -2,6 +2,7 @@
 #include "logscopes.h"
 
 #include "dotweave/maskdata_base.h"
+#include "handovers.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -115,6 +116,15 @@ std::vector<SLogCase> LogCases_Assembly()
                          return !laidOut.isDone || laidOut.peek.CreateMaskData_Within(0);
                      },
                      {Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WAIT), Failure(UNIT_MASK, SCOPE_MASK_DATA)}});
+    cases.push_back({"GeneratorNotDoneInTimeCreate",
+                     [] {
+                         CHandovers handovers;
+                         handovers.m_generatorWait = [](unsigned int /*milliseconds*/) { return false; };
+                         CMaskData_Base mask;
+                         return mask.Create(MaskParam_Plain());
+                     },
+                     {Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WAIT), Failure(UNIT_MASK, SCOPE_MASK_DATA),
+                      MaskCreateFailure(120)}});
     cases.push_back({"DumpIntoAFolderThatIsNotThere",
                      [] {
                          const std::filesystem::path path = std::filesystem::path(testing::TempDir()) /
