@@ -92,8 +92,7 @@ void CLogCapture::Clear()
 
 bool operator==(const SLogRecord& a, const SLogRecord& b)
 {
-    const bool isLineEqual =
-        a.line == b.line || (a.line == LINE_ANY && b.line > 0) || (b.line == LINE_ANY && a.line > 0);
+    const bool isLineEqual = a.line == b.line ? a.line != LINE_ANY : a.line == LINE_ANY || b.line == LINE_ANY;
     return isLineEqual && a.scope == b.scope && a.unit == b.unit && a.severity == b.severity &&
            a.text == b.text;
 }
