@@ -5,7 +5,7 @@
 #include <boost/log/core.hpp>
 #include <boost/log/expressions/message.hpp>
 #include <boost/log/sinks/basic_sink_backend.hpp>
-#include <boost/log/sinks/sync_frontend.hpp>
+#include <boost/log/sinks/unlocked_frontend.hpp>
 #include <boost/make_shared.hpp>
 #include <boostlogwrapper/customboostlog.h>
 
@@ -52,7 +52,9 @@ private:
     std::vector<SLogRecord> m_records;
 };
 
-using CCollectingSink = logging::sinks::synchronous_sink<CCollectingBackend>;
+/// Without a lock of its own: the core passes over a sink that another thread holds and comes back to it last, and
+/// a sink behind it that throws would cost it the record.
+using CCollectingSink = logging::sinks::unlocked_sink<CCollectingBackend>;
 
 } // namespace
 
