@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -55,7 +56,7 @@ TEST_F(SineMaskCopy, ASecondCreateLeavesTheBuffersOfTheFirstToWhoeverHasThem)
     EXPECT_NE(m_owner.MaskBuffer_Down_Get(), down.get());
     EXPECT_NE(m_owner.MaskBuffer_Up_Get(), up.get());
     EXPECT_EQ(m_owner.MaskBuffer_Down_Get()[0], 0x01);
-    for (int i = 0; i < 1000; ++i) {
+    for (std::size_t i = 0; i < 1000; ++i) {
         ASSERT_EQ(down[i], m_owner.MaskBuffer_Down_Get()[i] == 0x01 ? 0x03 : 0x00) << i;
         ASSERT_EQ(up[i], 0xFF - down[i]) << i;
     }
