@@ -113,16 +113,15 @@ bool CMaskData_Base::Param_CanBeBuilt() const
     return Int32_Holds(MaskLineBytes(THRESHOLD_MATRIX_SIZE, param.bitsPerPixel, param.xResPass) * 8 + 7);
 }
 
-/// Refuses layouts whose cut table has more rows than the band, and those of which a single position does not
-/// fit into 32 bits. A derived mask object can replace the set-up steps, so their results are looked at here.
+/// Refuses layouts whose cut table has more rows than the band, and those of which a single position or the lead
+/// blank does not fit into 32 bits. A derived mask object can replace the set-up steps, so their results are
+/// looked at here.
 bool CMaskData_Base::Geometry_CanBeBuilt() const
 {
     const SMaskParam& param = m_maskParam_Current;
     const std::int64_t height = m_maskHeight_NoneRes;
     const std::int64_t step = m_stepHeight_NoneRes;
     if (height < 1 || step < 1 || step > height)
-        return false;
-    if (m_leadBlankHeight_NoneRes < 0 || m_leadBlankHeight_NoneRes > height)
         return false;
     if (param.featherMode == FeatherMode_None && param.basePass * step > height)
         return false;
@@ -134,8 +133,11 @@ bool CMaskData_Base::Geometry_CanBeBuilt() const
             std::int64_t{m_smooth2PassHeightTotal} + m_smooth2FeatherHeightTotal > height)
             return false;
     }
+    // Whether the lead blank leaves a band is for InitResParam to say; here it only has to fit, with the offsets
+    // of the last resolution passes, which are less than another band.
     const std::int64_t lines = height * param.yResPass;
-    return Int32_Holds(lines) &&
+    const std::int64_t lead = std::int64_t{m_leadBlankHeight_NoneRes} * param.yResPass;
+    return Int32_Holds(lead) && Int32_Holds(lead + lines) && Int32_Holds(lines) &&
            Int32_Holds(lines * MaskLineBytes(m_baseMaskWidth, param.bitsPerPixel, param.xResPass));
 }
 

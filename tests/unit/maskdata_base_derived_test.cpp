@@ -267,23 +267,3 @@ TEST(MaskDataBaseDerived, NonsenseZonesOfAReplacedSetUpAreRefused)
         EXPECT_EQ(RefusalOf(mask, param), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
     }
 }
-
-TEST(MaskDataBaseDerived, ALeadBlankOfAReplacedSetUpThatLeavesNoBandIsRefused)
-{
-    constexpr int MOST = std::numeric_limits<int>::max();
-    for (const int lead : {100, 101, MOST / 2, MOST / 2 + 1, MOST}) {
-        SCOPED_TRACE(testing::Message() << "lead " << lead);
-        CHookedMask mask;
-        mask.m_smooth3 = [&](SMaskData_Base_Peek peek) {
-            peek.StepHeight_NoneRes() = 40;
-            peek.MaskHeight_NoneRes() = 100;
-            peek.LeadBlankHeight_NoneRes() = lead;
-            return true;
-        };
-        SMaskParam param = MaskParam_Feathered(FeatherNozzle_Smooth_3, 100, 2, 50.0F);
-        param.yResPass = 2;
-        const Records records = RefusalOf(mask, param);
-        ASSERT_FALSE(records.empty());
-        EXPECT_EQ(records.back().scope, SCOPE_MASK_CREATE);
-    }
-}
