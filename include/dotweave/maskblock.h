@@ -6,7 +6,7 @@
 
 /// An owned rectangle of mask bytes.
 /// Shape:         Height() rows of Width() bytes, row-major: row y, column x at index y * Width() + x.
-/// Lifetime:      the buffer is zeroed whenever it is allocated, so a fresh block has no pixel set.
+/// Lifetime:      every public operation that allocates the buffer zeroes it, so a fresh block has no pixel set.
 /// Copies:        shallow. After a copy both blocks hold the same buffer and only one may go on owning it.
 /// Thread-safety: none of its own; threads may write disjoint bytes of one block.
 class DOTWEAVE_API CMaskBlock {

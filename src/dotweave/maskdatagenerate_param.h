@@ -10,7 +10,7 @@
 /// Everything that the generator needs to build the mask bytes of one mask object. The caller keeps what the
 /// pointers point to alive until the generator is destroyed.
 struct SMaskDataGenerate_Param {
-    CMaskBlock* pMaskBlock;             ///< output: a row of maskBytes_OneColor bytes per colour, zeroed
+    CMaskBlock* pMaskBlock; ///< output: a row of maskBytes_OneColor bytes per colour, each byte written
     std::int32_t maskBytes_OneColor;    ///< bytes of all positions of one colour
     std::int32_t maskBytes_OnePosition; ///< splitCount_YRes * blockHeight * maskLineBytes
     std::int32_t maskLineBytes;         ///< bytes of one packed mask line
