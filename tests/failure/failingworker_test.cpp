@@ -36,9 +36,7 @@ Records WorkerRecords(int count, int state)
 
 class FailingWorker : public testing::TestWithParam<SFailureMode> {
 protected:
-    FailingWorker()
-        : m_expected(MaskBytes_Undisturbed(GetParam().param)), m_threadCount(LiveThreads_Baseline())
-    {}
+    FailingWorker() : m_expected(MaskBytes_Undisturbed(GetParam().param)) {}
 
     void SetUp() override
     {
@@ -52,7 +50,7 @@ protected:
     /// Nobody may be left, nor may anything be that a worker held.
     void TearDown() override
     {
-        EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+        EXPECT_TRUE(LiveThreads_AreGone());
         if (!HasFailure()) {
             EXPECT_EQ(LiveAllocations_Count(), m_liveCount);
         }
@@ -66,7 +64,7 @@ protected:
         const CFailingSteps failing(step, first, count);
         CMaskData_Base mask;
         ASSERT_TRUE(mask.Create(GetParam().param));
-        EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+        EXPECT_TRUE(LiveThreads_AreGone());
         EXPECT_EQ(log.Records(),
                   WorkerRecords(std::min(count, WORKER_COUNT), step == EWorkerStep::Cut ? 3 : 5));
         EXPECT_EQ(ItemLines_Compare(mask, MaskBytes(mask), m_expected), lines);
@@ -86,7 +84,6 @@ protected:
     }
 
     std::vector<std::uint8_t> m_expected;
-    std::ptrdiff_t m_threadCount;
     long m_liveCount = 0;
 };
 
@@ -119,7 +116,7 @@ TEST_P(FailingWorker, WhenAllFailTheItemsThatNobodyTakesStayBlank)
     const CFailingSteps steps(EWorkerStep::Pack, 0, EVERY_CALL);
     CMaskData_Base mask;
     ASSERT_TRUE(mask.Create(GetParam().param));
-    EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+    EXPECT_TRUE(LiveThreads_AreGone());
     EXPECT_EQ(log.Records(), WorkerRecords(failing, 5));
     EXPECT_EQ(ItemLines_Compare(mask, MaskBytes(mask), m_expected), (SItemLines{0, items, 0}));
 }
@@ -145,14 +142,13 @@ SMaskParam MaskParam_ManyItems()
 
 TEST(FailingWorkers, WithMoreItemsThanGoRoundTheCreationEndsWithItsWait)
 {
-    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
     Geometry_Create(peek, MaskParam_ManyItems());
     const CLogCapture log;
     const CFailingSteps steps(EWorkerStep::Pack, 0, EVERY_CALL);
     EXPECT_FALSE(peek.CreateMaskData_Within(250));
-    EXPECT_TRUE(LiveThreads_FallTo(threadCount));
+    EXPECT_TRUE(LiveThreads_AreGone());
     // A worker that was not given a processor in this time has not failed before it is stopped.
     Records records = log.Records();
     const auto workers = std::remove(records.begin(), records.end(), WorkerRecords(1, 5).front());
@@ -166,7 +162,6 @@ TEST(FailingWorkers, WithMoreItemsThanGoRoundTheCreationEndsWithItsWait)
 
 TEST(FailingWorkers, AnExpiredWaitLeavesNoThreadAndABlankBlockForGood)
 {
-    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     for (const unsigned int milliseconds : {0U, 0U, 1U}) {
         SCOPED_TRACE(milliseconds);
         SMaskParam param = MaskParam_ManyItems(); // and large ones
@@ -180,7 +175,7 @@ TEST(FailingWorkers, AnExpiredWaitLeavesNoThreadAndABlankBlockForGood)
         const CLogCapture quiet;
         ASSERT_FALSE(peek.CreateMaskData_Within(milliseconds));
         EXPECT_TRUE(IsBlank(*peek.MaskBlock()));
-        ASSERT_TRUE(LiveThreads_FallTo(threadCount)); // so that nobody is left to write
+        ASSERT_TRUE(LiveThreads_AreGone()); // so that nobody is left to write
         EXPECT_TRUE(IsBlank(*peek.MaskBlock()));
     }
 }

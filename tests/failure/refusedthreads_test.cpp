@@ -29,7 +29,6 @@ protected:
     {
         if (!THREADS_CAN_BE_REFUSED)
             GTEST_SKIP() << "no way to stand in front of the threading library";
-        m_threadCount = LiveThreads_Baseline();
     }
 
     /// @return what the operation logged while so many threads could start
@@ -44,7 +43,6 @@ protected:
     }
 
     std::vector<std::uint8_t> m_expected;
-    std::ptrdiff_t m_threadCount = 0;
 };
 
 TEST_P(RefusedThreads, AnyOfTheSevenFailsCreateWhichEndsTheOthersBeforeItReturns)
@@ -54,7 +52,7 @@ TEST_P(RefusedThreads, AnyOfTheSevenFailsCreateWhichEndsTheOthersBeforeItReturns
         CMaskData_Base mask;
         EXPECT_EQ(RecordsWith(started, [&] { EXPECT_FALSE(mask.Create(GetParam().param)); }),
                   Records_MissingThread_Create(started));
-        EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+        EXPECT_TRUE(LiveThreads_AreGone());
         const CMaskBlock* block = SMaskData_Base_Peek{mask}.MaskBlock();
         ASSERT_NE(block, nullptr); // attached before the generator was made
         const std::uint8_t* bytes = block->MaskData_Const();
@@ -72,7 +70,7 @@ TEST_P(RefusedThreads, AnyOfTheSevenGivesNullFromTheFactory)
             RecordsWith(started,
                         [&] { EXPECT_EQ(CMaskDataFactory::MaskData_Create(GetParam().param), nullptr); }),
             Records_MissingThread_Factory(started));
-        EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+        EXPECT_TRUE(LiveThreads_AreGone());
         const std::unique_ptr<CMaskData_Base> later(CMaskDataFactory::MaskData_Create(GetParam().param));
         ASSERT_NE(later, nullptr);
         EXPECT_EQ(MaskBytes(*later), m_expected);
@@ -91,7 +89,7 @@ TEST_P(RefusedThreads, AnyOfTheSevenLeavesTheStorageWithoutACurrentObjectAndUsab
         EXPECT_EQ(
             RecordsWith(started, [&] { EXPECT_FALSE(storage.MaskData_Current_Init(GetParam().param)); }),
             Records_MissingThread_Storage(started));
-        EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+        EXPECT_TRUE(LiveThreads_AreGone());
         EXPECT_EQ(storage.MaskData_Current_Get(), nullptr);
         EXPECT_EQ(SMaskDataStorage_Peek{storage}.List().size(), 1U);
         ASSERT_TRUE(storage.MaskData_Current_Init(other));
@@ -106,7 +104,7 @@ TEST_P(RefusedThreads, SevenAreEnough)
     const CRefusedThreads threads(GENERATOR_THREAD_COUNT);
     EXPECT_EQ(MaskBytes_Undisturbed(GetParam().param), m_expected);
     EXPECT_EQ(threads.AskedCount(), GENERATOR_THREAD_COUNT);
-    EXPECT_TRUE(LiveThreads_FallTo(m_threadCount));
+    EXPECT_TRUE(LiveThreads_AreGone());
 }
 
 TEST_P(RefusedThreads, NoneIsAskedForByTheAssemblyOnTheCallersThread)

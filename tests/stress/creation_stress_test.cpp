@@ -23,7 +23,6 @@ constexpr int CREATIONS_PER_THREAD = 30;
 TEST(CreationStress, SixteenThreadsCreateReadAndDestroyObjectsOfTheirOwn)
 {
     const std::vector<SStressMode> modes = StressModes_Mixed();
-    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     HostThreads_Run([&](std::minstd_rand& random) {
         for (int round = 0; round < CREATIONS_PER_THREAD; ++round) {
             const SStressMode& mode = modes[random() % modes.size()];
@@ -32,7 +31,7 @@ TEST(CreationStress, SixteenThreadsCreateReadAndDestroyObjectsOfTheirOwn)
             EXPECT_EQ(MaskBytes(*mask), mode.bytes);
         }
     });
-    EXPECT_TRUE(LiveThreads_FallTo(threadCount));
+    EXPECT_TRUE(LiveThreads_AreGone());
 }
 
 TEST(CreationStress, SixteenThreadsReadOneObject)
@@ -83,7 +82,6 @@ TEST(CreationSoak, ThousandsOfCreationsUseNoMoreMemoryThanTheFirstHundred)
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "a sanitizer keeps memory of its own";
     const std::vector<SStressMode> modes = StressModes_Mixed();
-    const std::ptrdiff_t threadCount = LiveThreads_Baseline();
     std::minstd_rand random(2026);
     long warmPages = 0;
     const int creations = SoakCreations();
@@ -100,7 +98,7 @@ TEST(CreationSoak, ThousandsOfCreationsUseNoMoreMemoryThanTheFirstHundred)
     RecordProperty("growthPages", static_cast<int>(growth));
     ASSERT_GT(warmPages, 0);
     EXPECT_LT(growth, GROWTH_PAGES_MAX);
-    EXPECT_TRUE(LiveThreads_FallTo(threadCount));
+    EXPECT_TRUE(LiveThreads_AreGone());
 }
 
 } // namespace

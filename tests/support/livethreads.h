@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// Whether threads stay behind. A joined thread may stand in the system's list for a moment longer, so its
-/// going is awaited, for as long as only a hanging thread takes.
+/// Whether threads stay behind. A thread whose end has been waited for may be on its way out for a moment longer,
+/// so its going is awaited, for as long as only a hanging thread takes.
 
 #include <chrono>
 #include <cstddef>
@@ -18,14 +18,13 @@ inline std::ptrdiff_t LiveThreads_Count()
     return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
 }
 
-/// Threads of this process while nothing is going on. Counted by a thread that leaves itself out, as a sanitizer
-/// starts one of its own with the first.
-inline std::ptrdiff_t LiveThreads_Baseline()
-{
+/// Threads of this process before main, while none is on its way out. Counted by a thread that leaves itself out,
+/// as a sanitizer starts one of its own with the first.
+inline const std::ptrdiff_t LIVE_THREADS_BASELINE = [] {
     std::ptrdiff_t count = 0;
     std::thread([&count] { count = LiveThreads_Count() - 1; }).join();
     return count;
-}
+}();
 #else
 /// Not known here; the checks below then hold without a look.
 inline std::ptrdiff_t LiveThreads_Count()
@@ -33,18 +32,14 @@ inline std::ptrdiff_t LiveThreads_Count()
     return 0;
 }
 
-inline std::ptrdiff_t LiveThreads_Baseline()
-{
-    return 0;
-}
+inline constexpr std::ptrdiff_t LIVE_THREADS_BASELINE = 0;
 #endif
 
-/// @param count  LiveThreads_Baseline before the work that must leave none behind
-/// @return false when more were still there after ten seconds
-inline bool LiveThreads_FallTo(std::ptrdiff_t count)
+/// @return false when more than before main were still there after ten seconds
+inline bool LiveThreads_AreGone()
 {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (LiveThreads_Count() > count) {
+    while (LiveThreads_Count() > LIVE_THREADS_BASELINE) {
         if (std::chrono::steady_clock::now() > deadline)
             return false;
         std::this_thread::yield();

@@ -78,6 +78,36 @@ TEST(CustomThreadBaseWaitExit, ComesTrueOnlyAfterFinally)
     EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
 }
 
+/// Holds a thread up on its way out, where it frees what it had for itself.
+class CHeldUpExit {
+public:
+    CHeldUpExit() = default;
+    CHeldUpExit(const CHeldUpExit&) = delete;
+    CHeldUpExit& operator=(const CHeldUpExit&) = delete;
+    ~CHeldUpExit()
+    {
+        if (m_mayLeave != nullptr)
+            m_mayLeave->WaitOne(NO_LIMIT_MS);
+    }
+
+    std::shared_ptr<CustomConditionVariable> m_mayLeave; // the thread may be the last to use it
+};
+
+TEST(CustomThreadBaseWaitExit, TheThreadsWayOutIsNotWaitedFor)
+{
+    static thread_local CHeldUpExit heldUpExit;
+    const auto mayLeave = std::make_shared<CustomConditionVariable>();
+    {
+        CHookedThread thread([&mayLeave] {
+            heldUpExit.m_mayLeave = mayLeave;
+            return false;
+        });
+        ASSERT_TRUE(thread.Start("leaves slowly"));
+        EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS)); // would never come back if it waited for that
+    }
+    mayLeave->Set();
+}
+
 TEST(CustomThreadBaseWaitExit, SeveralThreadsMayWaitAtOnceAndAllAreTold)
 {
     CHookedThread thread;

@@ -3,7 +3,7 @@
 #include "threadrun.h"
 #include "waitlimit.h"
 
-CustomThreadBase::CustomThreadBase() : m_run(std::make_unique<CThreadRun>()) {}
+CustomThreadBase::CustomThreadBase() : m_run(std::make_shared<CThreadRun>()) {}
 
 CustomThreadBase::~CustomThreadBase()
 {

@@ -3,6 +3,7 @@
 #include <exception>
 #include <utility>
 
+#include "leavingthreads.h"
 #include "threadname.h"
 #include "waitlimit.h"
 
@@ -33,15 +34,23 @@ bool CThreadRun::Start(const char* name, std::function<void()> run)
 bool CThreadRun::Thread_Make(const char* name, std::function<void()> run)
 {
     try {
+        CLeavingThreads::Get().SeeOff_Gone();
         boost::thread::attributes attributes;
         attributes.set_stack_size(THREAD_STACK_BYTES);
-        m_thread = boost::thread(
-            attributes, [this, threadName = std::string(name != nullptr ? name : ""), run = std::move(run)] {
-                m_ownId = std::this_thread::get_id();
-                if (!threadName.empty())
-                    ThreadName_Set(threadName);
-                run();
-            });
+        std::list<boost::thread> thread(1);
+        thread.front() = boost::thread(attributes, [self = shared_from_this(), // until the thread has left
+                                                    threadName = std::string(name != nullptr ? name : ""),
+                                                    run = std::move(run)] {
+            self->m_ownId = std::this_thread::get_id();
+            if (!threadName.empty())
+                ThreadName_Set(threadName);
+            run();
+            // The way out takes longer than what others do next who have waited for this: whoever did gets
+            // a turn before it, and so does whoever waits for the end of that one.
+            std::this_thread::yield();
+            std::this_thread::yield();
+        });
+        m_thread.swap(thread);
         return true;
     } catch (const std::exception&) { // no memory, or the platform gives no further thread
         return false;
@@ -86,13 +95,9 @@ bool CThreadRun::Wait_Exit(unsigned int milliseconds)
         if (m_phase == EPhase::Idle)
             return true; // there was none; one that starts from here on is not waited for
     }
-    // Under a lock, so that of several waiters one joins and none returns before. All that is left of the
-    // ended thread is its way out.
+    // Start may still be putting the handle there.
     const std::lock_guard<std::mutex> threadLock(m_threadMutex);
-    if (m_thread.joinable()) {
-        const boost::this_thread::disable_interruption noInterruption; // the waiter's own, were it asked to
-        m_thread.join();
-    }
+    CLeavingThreads::Get().Take(m_thread);
     return true;
 }
 
@@ -164,6 +169,5 @@ void CThreadRun::End()
         m_phase = EPhase::Ended;
         m_ownId = std::thread::id();
     }
-    // A waiter that sees the end joins us before it lets the object go.
-    m_changed.notify_all();
+    m_changed.notify_all(); // without the lock, which the woken want first
 }

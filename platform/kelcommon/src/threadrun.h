@@ -3,6 +3,8 @@
 #include <atomic>
 #include <condition_variable>
 #include <functional>
+#include <list>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -10,8 +12,9 @@
 #include <boost/thread/thread.hpp>
 
 /// The state of one CustomThreadBase: what has been asked of its thread and how far the thread has come.
-/// The first half is for the object's users, the second for the thread itself.
-class CThreadRun {
+/// The first half is for the object's users, the second for the thread itself. Owned by both, since the thread still
+/// signals its end here when its object may be gone.
+class CThreadRun : public std::enable_shared_from_this<CThreadRun> {
 public:
     // ---- users, any thread
     bool Start(const char* name, std::function<void()> run);
@@ -30,7 +33,7 @@ public:
     void PrepareComplete(bool isPrepared);
     /// Halts while paused. True when the next OneLoop is due, false when the loop has been stopped.
     bool NextLoop_Wait();
-    /// The thread's last act on this object.
+    /// The thread's last act; from here on the object that it ran for may be gone.
     void End();
 
 private:
@@ -47,8 +50,8 @@ private:
 
     std::atomic<std::thread::id> m_ownId = std::thread::id(); // of the own thread while it may call us
 
-    std::mutex m_threadMutex; // guards the thread's handle; taken before the other one, if both
-    boost::thread m_thread;   // joinable from Start until the first Wait_Exit that returns true
+    std::mutex m_threadMutex;          // guards the thread's handle; taken before the other one, if both
+    std::list<boost::thread> m_thread; // one, from Start until the first Wait_Exit that returns true
 
     mutable std::mutex m_mutex;        // guards all below; the new thread takes it without waiting for Start
     std::condition_variable m_changed; // any of the fields below has changed

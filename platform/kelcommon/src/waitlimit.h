@@ -49,7 +49,7 @@ public:
 private:
     using CClock = std::chrono::steady_clock;
 
-    static constexpr std::chrono::microseconds LOOK_TIME = std::chrono::microseconds(50);
+    static constexpr std::chrono::microseconds LOOK_TIME = std::chrono::microseconds(100);
 
     CClock::time_point m_begin = CClock::now();
     std::optional<CClock::time_point> m_deadline; // none: no limit

@@ -49,10 +49,10 @@ public:
     ///         False when it was stopped, has ended or was never started, and at once on the own thread
     virtual bool Wait_Paused();
 
-    /// Waits until the thread has ended. After true the thread is gone and touches nothing of the object any
-    /// more, which may be destroyed at once unless other threads still use it.
-    /// @param milliseconds  longest wait for that end by the steady clock, to which the thread's way out comes; 0
-    ///                      only tests, 0xFFFFFFFF waits without limit
+    /// Waits until the thread has ended. After true the thread touches nothing of the object any more, which
+    /// may be destroyed at once unless other threads still use it. The platform's thread may still be on its way
+    /// out then; the library waits for that before it is unloaded.
+    /// @param milliseconds  longest wait by the steady clock; 0 only tests, 0xFFFFFFFF waits without limit
     /// @return true once the thread has ended, also when none was ever started; false when it has not ended
     ///         in time, and at once on the own thread
     virtual bool Wait_Exit(unsigned int milliseconds);
@@ -88,5 +88,5 @@ protected:
 private:
     void Run() noexcept;
 
-    std::unique_ptr<CThreadRun> m_run;
+    std::shared_ptr<CThreadRun> m_run;
 };
