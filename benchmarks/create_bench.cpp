@@ -10,13 +10,16 @@
 #include <benchmark/benchmark.h>
 #include <boost/thread/thread.hpp>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -24,15 +27,15 @@ using CClock = std::chrono::steady_clock;
 
 constexpr char CANNOT_BE_BUILT[] = "the mode cannot be built";
 
-/// Time of one call; what the caller does before and after, such as freeing the mask, is left out.
+/// Time of one call in seconds; none when it fails. What the caller does before and after, such as freeing the
+/// mask, is left out.
 template <typename TWork>
-bool Timed(benchmark::State& state, TWork work)
+std::optional<double> Timed(TWork work)
 {
     const CClock::time_point start = CClock::now();
     const bool isDone = work();
     const std::chrono::duration<double> time = CClock::now() - start;
-    state.SetIterationTime(time.count());
-    return isDone;
+    return isDone ? std::optional(time.count()) : std::nullopt;
 }
 
 std::size_t MaskBytes(const CMaskData_Base& mask)
@@ -48,19 +51,38 @@ int WorkItems(const CMaskData_Base& mask)
     return param.colorCount * (mask.MaskBytes_OneColor() / mask.MaskBytes_OnePosition()) * param.yResPass;
 }
 
-/// Times a way to build a mask object, each time on a new one.
+/// Lets the threads of the mask before leave, as they have long done when a press changes its mode.
+void Threads_LetLeave()
+{
+    constexpr std::chrono::microseconds LEAVE_TIME(200);
+    for (const CClock::time_point end = CClock::now() + LEAVE_TIME; CClock::now() < end;)
+        boost::this_thread::yield();
+}
+
+/// Times a way to build a mask object, each time on a new one. Small masks are built several times for one figure,
+/// which is the median: the machine's own work, when it comes in between, takes longer than they do.
 template <typename TBuild>
 void Mask_Bench(benchmark::State& state, TBuild build)
 {
+    constexpr double FIGURE_TIME_S = 0.002; // of creations in one figure, or one that takes longer
     std::size_t bytes = 0;
     for ([[maybe_unused]] const auto iteration : state) {
-        CMaskData_Base mask;
-        if (!Timed(state, [&] { return build(mask); })) {
-            state.SkipWithError(CANNOT_BE_BUILT);
-            return;
+        std::vector<double> times;
+        for (double sum = 0; sum < FIGURE_TIME_S; sum += times.back()) {
+            CMaskData_Base mask;
+            Threads_LetLeave();
+            const std::optional<double> time = Timed([&] { return build(mask); });
+            if (!time) {
+                state.SkipWithError(CANNOT_BE_BUILT);
+                return;
+            }
+            times.push_back(*time);
+            bytes = MaskBytes(mask);
+            state.counters["items"] = WorkItems(mask);
         }
-        bytes = MaskBytes(mask);
-        state.counters["items"] = WorkItems(mask);
+        const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+        std::nth_element(times.begin(), middle, times.end());
+        state.SetIterationTime(*middle);
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
@@ -111,12 +133,13 @@ void Zeroed_Bench(benchmark::State& state, const SMaskParam& param)
     const CFreshMemory fresh;
     for ([[maybe_unused]] const auto iteration : state) {
         std::unique_ptr<std::uint8_t[]> zeros;
-        Timed(state, [&] {
+        const std::optional<double> time = Timed([&] {
             zeros = std::make_unique<std::uint8_t[]>(bytes); // zeroed
             benchmark::DoNotOptimize(zeros.get());
             benchmark::ClobberMemory();
             return true;
         });
+        state.SetIterationTime(time.value_or(0));
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
