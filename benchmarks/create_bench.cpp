@@ -27,15 +27,20 @@ using CClock = std::chrono::steady_clock;
 
 constexpr char CANNOT_BE_BUILT[] = "the mode cannot be built";
 
-/// Time of one call in seconds; none when it fails. What the caller does before and after, such as freeing the
+double Seconds(CClock::duration time)
+{
+    return std::chrono::duration<double>(time).count();
+}
+
+/// Time of one call; none when it fails. What the caller does before and after, such as freeing the
 /// mask, is left out.
 template <typename TWork>
-std::optional<double> Timed(TWork work)
+std::optional<CClock::duration> Timed(TWork work)
 {
     const CClock::time_point start = CClock::now();
     const bool isDone = work();
-    const std::chrono::duration<double> time = CClock::now() - start;
-    return isDone ? std::optional(time.count()) : std::nullopt;
+    const CClock::duration time = CClock::now() - start;
+    return isDone ? std::optional(time) : std::nullopt;
 }
 
 std::size_t MaskBytes(const CMaskData_Base& mask)
@@ -64,14 +69,15 @@ void Threads_LetLeave()
 template <typename TBuild>
 void Mask_Bench(benchmark::State& state, TBuild build)
 {
-    constexpr double FIGURE_TIME_S = 0.002; // of creations in one figure, or one that takes longer
+    constexpr std::chrono::milliseconds FIGURE_TIME(
+        2); // of creations in one figure, or one that takes longer
     std::size_t bytes = 0;
     for ([[maybe_unused]] const auto iteration : state) {
-        std::vector<double> times;
-        for (double sum = 0; sum < FIGURE_TIME_S; sum += times.back()) {
+        std::vector<CClock::duration> times;
+        for (CClock::duration sum(0); sum < FIGURE_TIME; sum += times.back()) {
             CMaskData_Base mask;
             Threads_LetLeave();
-            const std::optional<double> time = Timed([&] { return build(mask); });
+            const std::optional<CClock::duration> time = Timed([&] { return build(mask); });
             if (!time) {
                 state.SkipWithError(CANNOT_BE_BUILT);
                 return;
@@ -82,7 +88,7 @@ void Mask_Bench(benchmark::State& state, TBuild build)
         }
         const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
         std::nth_element(times.begin(), middle, times.end());
-        state.SetIterationTime(*middle);
+        state.SetIterationTime(Seconds(*middle));
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
@@ -133,13 +139,13 @@ void Zeroed_Bench(benchmark::State& state, const SMaskParam& param)
     const CFreshMemory fresh;
     for ([[maybe_unused]] const auto iteration : state) {
         std::unique_ptr<std::uint8_t[]> zeros;
-        const std::optional<double> time = Timed([&] {
+        const auto time = Timed([&] {
             zeros = std::make_unique<std::uint8_t[]>(bytes); // zeroed
             benchmark::DoNotOptimize(zeros.get());
             benchmark::ClobberMemory();
             return true;
         });
-        state.SetIterationTime(time.value_or(0));
+        state.SetIterationTime(Seconds(time.value_or(CClock::duration(0))));
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
