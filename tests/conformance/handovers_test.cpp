@@ -112,7 +112,8 @@ TEST(Handovers, TheGeneratorGetsTheGeometryFieldByField)
         ASSERT_NE(param.pBaseMaskData, nullptr);
         for (int color = 0; color < 5; ++color) {
             const std::uint16_t* matrix = CRawMaskData::RawData(color);
-            EXPECT_TRUE(std::equal(matrix, matrix + 540 * 544, param.pBaseMaskData->MaskData(color)))
+            EXPECT_TRUE(
+                std::equal(matrix, matrix + std::ptrdiff_t{540} * 544, param.pBaseMaskData->MaskData(color)))
                 << color;
         }
     };

@@ -32,7 +32,7 @@ private:
     static void Fill_Set([[maybe_unused]] int fill)
     {
 #if defined(__GLIBC__)
-        mallopt(M_PERTURB, fill);
+        mallopt(M_PERTURB, fill); // NOLINT(concurrency-mt-unsafe): while no mask is being built
 #endif
     }
 };

@@ -26,7 +26,9 @@ struct SField {
 template <typename TObject, typename TField>
 SField Field(const TObject& object, const TField& field)
 {
-    return {reinterpret_cast<const char*>(&field) - reinterpret_cast<const char*>(&object), sizeof(TField),
+    return {reinterpret_cast<const char*>(&field) - reinterpret_cast<const char*>(&object),
+            sizeof(TField), // NOLINT(bugprone-sizeof-expression): of the pointer
+
             alignof(TField)};
 }
 

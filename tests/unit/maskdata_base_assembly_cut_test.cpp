@@ -19,6 +19,7 @@ constexpr int COLUMNS = 60;
 std::vector<std::uint16_t> Plane()
 {
     std::vector<std::uint16_t> plane;
+    plane.reserve(std::size_t{ROWS} * COLUMNS);
     for (int i = 0; i < ROWS * COLUMNS; ++i)
         plane.push_back(static_cast<std::uint16_t>(i * 25741));
     return plane;
@@ -28,6 +29,7 @@ std::vector<std::uint16_t> Plane()
 std::vector<SCutTable> Table(int count)
 {
     std::vector<SCutTable> table;
+    table.reserve(static_cast<std::size_t>(count));
     for (int y = 0; y < count; ++y)
         table.push_back({static_cast<std::uint16_t>((y + 2) * 65535 / (count + 1)),
                          static_cast<std::uint16_t>(y * 65535 / (count + 1))});
@@ -99,7 +101,7 @@ TEST(MaskDataBaseAssemblyCut, ManyThreadsCutOneSharedPlaneAndTableIntoBlocksOfTh
         SParam_GenerateMaskData param = Cut(plane, table, i, block);
         ASSERT_TRUE(CMaskData_Base::GenerateMaskData(param));
         expected.push_back(Bytes(block));
-        ASSERT_NE(expected.back(), std::vector<std::uint8_t>(BLOCK_WIDTH * BLOCK_HEIGHT, 0));
+        ASSERT_NE(expected.back(), std::vector<std::uint8_t>(std::size_t{BLOCK_WIDTH} * BLOCK_HEIGHT, 0));
         for (int j = 0; j < i; ++j)
             ASSERT_NE(expected.back(), expected[static_cast<std::size_t>(j)]); // each has another region
     }
