@@ -28,7 +28,6 @@ SField Field(const TObject& object, const TField& field)
 {
     return {reinterpret_cast<const char*>(&field) - reinterpret_cast<const char*>(&object),
             sizeof(TField), // NOLINT(bugprone-sizeof-expression): of the pointer
-
             alignof(TField)};
 }
 
