@@ -2,10 +2,9 @@
 
 #include "dotweave/maskdata_base.h"
 #include "maskdatagenerator.h"
+#include "nolimit.h"
 
 namespace {
-
-constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
 
 thread_local CHandovers* s_handovers = nullptr;
 

@@ -7,14 +7,13 @@
 #include "generatorjob.h"
 #include "maskparams.h"
 #include "missingthread.h"
+#include "nolimit.h"
 #include "peek.h"
 #include "platformfaults.h"
 
 #include <utility>
 
 namespace {
-
-constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
 
 /// A call with only so many threads to be had.
 std::function<bool()> WithThreads(int threadCount, bool (*call)())

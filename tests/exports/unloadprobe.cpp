@@ -1,5 +1,6 @@
 // Builds a mask and unloads the library at once, again and again, as a host does that tries out modes: the threads
-// of the mask may still be on their way out then and must find the code that they run. The exit code tells.
+// of the mask may still be on their way out then, and run code of the threading library only, which stays. The exit
+// code tells.
 // usage: unloadprobe <path of the library>
 
 #include <dotweave/maskdatastorage.h>

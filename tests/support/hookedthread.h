@@ -6,7 +6,7 @@
 
 #include <kelcommon/customthreadbase.h>
 
-constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
+#include "nolimit.h"
 
 /// A thread whose three steps are given by the test. Set the hooks before Start; they run on the own thread.
 class CHookedThread : public CustomThreadBase {

@@ -9,9 +9,9 @@
 #include <gtest/gtest.h>
 #include <kelcommon/customconditionvariable.h>
 
-namespace {
+#include "nolimit.h"
 
-constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
+namespace {
 
 static_assert(!std::is_copy_constructible_v<CustomConditionVariable>);
 static_assert(!std::is_copy_assignable_v<CustomConditionVariable>);

@@ -93,18 +93,20 @@ public:
     std::shared_ptr<CustomConditionVariable> m_mayLeave; // the thread may be the last to use it
 };
 
+thread_local CHeldUpExit t_heldUpExit;
+
 TEST(CustomThreadBaseWaitExit, TheThreadsWayOutIsNotWaitedFor)
 {
-    static thread_local CHeldUpExit heldUpExit;
     const auto mayLeave = std::make_shared<CustomConditionVariable>();
     {
         CHookedThread thread([&mayLeave] {
-            heldUpExit.m_mayLeave = mayLeave;
+            t_heldUpExit.m_mayLeave = mayLeave;
             return false;
         });
         ASSERT_TRUE(thread.Start("leaves slowly"));
         EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS)); // would never come back if it waited for that
     }
+    EXPECT_GT(mayLeave.use_count(), 1) << "nobody was held up";
     mayLeave->Set();
 }
 

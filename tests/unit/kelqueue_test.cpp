@@ -1,4 +1,5 @@
 #include "kelqueue.h"
+#include "nolimit.h"
 
 #include <atomic>
 #include <barrier>
@@ -13,8 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr unsigned int NO_LIMIT_MS = 0xFFFFFFFFU;
 
 using CIntQueue = CKelQueue<int*>;
 

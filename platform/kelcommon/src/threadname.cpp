@@ -1,4 +1,4 @@
-// The only file of this library that speaks to the platform itself.
+// Speaks to the platform itself, which of this library only processfork.cpp does too.
 #include "threadname.h"
 
 #include <algorithm>

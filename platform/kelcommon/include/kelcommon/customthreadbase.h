@@ -49,9 +49,10 @@ public:
     ///         False when it was stopped, has ended or was never started, and at once on the own thread
     virtual bool Wait_Paused();
 
-    /// Waits until the thread has ended. After true the thread touches nothing of the object any more, which
-    /// may be destroyed at once unless other threads still use it. The platform's thread may still be on its way
-    /// out then; the library waits for that before it is unloaded.
+    /// Waits until the thread has ended. After true the thread calls and touches nothing of the object any more,
+    /// which may be destroyed at once unless other threads still use it. The platform's thread may still be on its
+    /// way out and free what it had for itself, such as thread_local objects: code that these run must stay loaded.
+    /// A later Start may wait for that, and so does the end of the process.
     /// @param milliseconds  longest wait by the steady clock; 0 only tests, 0xFFFFFFFF waits without limit
     /// @return true once the thread has ended, also when none was ever started; false when it has not ended
     ///         in time, and at once on the own thread
