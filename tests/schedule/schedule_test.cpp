@@ -1,7 +1,8 @@
 /// @file
 /// The end of the work, with threads held up wherever their order around the queues matters: no creation may
-/// hang, miss a queue's wake-up or lose an item. Load does not disturb the verdict: a missed wake-up shows as a sleep that ran its
-/// whole time with work there or with no more to come, which is counted, not measured.
+/// hang, miss a queue's wake-up or lose an item. A missed wake-up shows as a sleep that ran its whole time with work
+/// there or with no more to come, which is counted, not measured. Load hardly disturbs the verdict: only a thread that
+/// gets no processor for 100 ms between its count and its event is counted too, as where the process is halted.
 /// DOTWEAVE_SCHEDULE_ROUNDS sets the creations per mode.
 
 #include "dotweave/maskdata_base.h"
