@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,6 +34,25 @@ TEST(MaskDataBaseCreate, GoodCreationLogsNothing)
     CMaskData_Base mask;
     EXPECT_TRUE(mask.Create(MaskParam_TwoByTwo()));
     EXPECT_EQ(log.Records(), Records());
+}
+
+TEST(MaskDataBaseCreate, ASecondCallMakesNewArraysAndANewBlockAndKeepsTheOldOnes)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    ASSERT_TRUE(mask.Create(MaskParam_Plain()));
+    const std::unique_ptr<int[]> oldXResStep(peek.XResStep()); // freed here, as the object does not
+    const std::unique_ptr<int[]> oldYResStep(peek.YResStep());
+    const std::unique_ptr<CMaskBlock> oldBlock(peek.MaskBlock());
+    const std::vector<std::uint8_t> oldBytes(oldBlock->MaskData(),
+                                             oldBlock->MaskData() + oldBlock->MaskDataBytesCount());
+    ASSERT_TRUE(mask.Create(MaskParam_Small(100)));
+    EXPECT_NE(peek.XResStep(), oldXResStep.get());
+    EXPECT_NE(peek.YResStep(), oldYResStep.get());
+    EXPECT_NE(peek.MaskBlock(), oldBlock.get());
+    EXPECT_EQ(oldXResStep[0], 0);
+    EXPECT_EQ(oldYResStep[0], 0);
+    EXPECT_TRUE(std::equal(oldBytes.begin(), oldBytes.end(), oldBlock->MaskData()));
 }
 
 TEST(MaskDataBaseCreate, ColorTimesFromOnceToEveryPassAreAccepted)
