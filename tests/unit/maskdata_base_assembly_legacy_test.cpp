@@ -10,12 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/logcapture.h"
-#include "../support/logscopes.h"
-#include "../support/maskdots.h"
-#include "../support/maskparams.h"
-#include "../support/peek.h"
-#include "../support/plainmask.h"
+#include "logcapture.h"
+#include "logscopes.h"
+#include "maskdots.h"
+#include "maskparams.h"
+#include "peek.h"
+#include "plainmask.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/cuttables.h"
-#include "../support/dirtyheap.h"
-#include "../support/maskbytes.h"
-#include "../support/maskparams.h"
-#include "../support/plainmask.h"
+#include "cuttables.h"
+#include "dirtyheap.h"
+#include "maskbytes.h"
+#include "maskparams.h"
+#include "plainmask.h"
 
 // The bytes of a mask never depend on what its memory held before.
 

@@ -8,14 +8,14 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/geometrysteps.h"
-#include "../support/logcapture.h"
-#include "../support/logscopes.h"
-#include "../support/maskdots.h"
-#include "../support/maskparams.h"
-#include "../support/peek.h"
-#include "../support/plainmask.h"
-#include "../support/refusedrequest.h"
+#include "geometrysteps.h"
+#include "logcapture.h"
+#include "logscopes.h"
+#include "maskdots.h"
+#include "maskparams.h"
+#include "peek.h"
+#include "plainmask.h"
+#include "refusedrequest.h"
 
 namespace {
 

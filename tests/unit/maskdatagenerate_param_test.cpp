@@ -11,8 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/generatorjob.h"
-#include "../support/plainmask.h"
+#include "generatorjob.h"
+#include "plainmask.h"
 
 namespace {
 

@@ -10,13 +10,13 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/generatorjob.h"
-#include "../support/logcapture.h"
-#include "../support/logscopes.h"
-#include "../support/nolimit.h"
-#include "../support/peek.h"
-#include "../support/plainmask.h"
-#include "../support/refusedrequest.h"
+#include "generatorjob.h"
+#include "logcapture.h"
+#include "logscopes.h"
+#include "nolimit.h"
+#include "peek.h"
+#include "plainmask.h"
+#include "refusedrequest.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // What happens when the platform gives no further thread. Only a plain Linux build can bring that about: the
 // test program stands between the libraries and pthread_create, where the sanitizers stand themselves.
 
-#include "../support/sanitized.h"
+#include "sanitized.h"
 
 #if defined(__linux__) && !defined(DOTWEAVE_TEST_IS_SANITIZED)
 
@@ -15,11 +15,11 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include "../support/generatorjob.h"
-#include "../support/logcapture.h"
-#include "../support/maskparams.h"
-#include "../support/missingthread.h"
-#include "../support/peek.h"
+#include "generatorjob.h"
+#include "logcapture.h"
+#include "maskparams.h"
+#include "missingthread.h"
+#include "peek.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/generatorjob.h"
-#include "../support/plainmask.h"
-#include "../support/worker.h"
+#include "generatorjob.h"
+#include "plainmask.h"
+#include "worker.h"
 
 namespace {
 

@@ -8,13 +8,13 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/generatorjob.h"
-#include "../support/logcapture.h"
-#include "../support/logscopes.h"
-#include "../support/nolimit.h"
-#include "../support/plainmask.h"
-#include "../support/refusedrequest.h"
-#include "../support/worker.h"
+#include "generatorjob.h"
+#include "logcapture.h"
+#include "logscopes.h"
+#include "nolimit.h"
+#include "plainmask.h"
+#include "refusedrequest.h"
+#include "worker.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/peek.h"
+#include "peek.h"
 
 namespace {
 

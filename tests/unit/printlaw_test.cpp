@@ -9,11 +9,11 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/maskdots.h"
-#include "../support/maskparams.h"
-#include "../support/peek.h"
-#include "../support/plainmask.h"
-#include "../support/printlaw.h"
+#include "maskdots.h"
+#include "maskparams.h"
+#include "peek.h"
+#include "plainmask.h"
+#include "printlaw.h"
 
 namespace {
 

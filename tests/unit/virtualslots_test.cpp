@@ -14,7 +14,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/virtualslots.h"
+#include "virtualslots.h"
 
 #if defined(DOTWEAVE_TEST_HAS_SLOTS)
 
