@@ -9,6 +9,8 @@ file(
     benchmarks/*.h
     examples/*.cpp
     include/*.h
+    instrument/*.cpp
+    instrument/*.h
     platform/*.cpp
     platform/*.h
     src/*.cpp
@@ -39,7 +41,7 @@ if(RUN_CLANG_TIDY_PROGRAM)
     add_custom_target(
         lint
         COMMAND ${RUN_CLANG_TIDY_PROGRAM} -quiet -p ${PROJECT_BINARY_DIR}
-                "${PROJECT_SOURCE_DIR}/(benchmarks|examples|platform|src|tools)/.*[.]cpp$"
+                "${PROJECT_SOURCE_DIR}/(benchmarks|examples|instrument|platform|src|tools)/.*[.]cpp$"
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
         COMMENT "Checking library, host libraries and tools with clang-tidy"
         VERBATIM)

@@ -3,9 +3,9 @@
 
 #include "fuzzing.h"
 #include "maskparams.h"
-#include "recordfields.h"
-#include "recordjson.h"
-#include "usageerror.h"
+#include "record/recordfields.h"
+#include "record/recordjson.h"
+#include "record/usageerror.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,9 +1,9 @@
 #include "buildcommand.h"
 
 #include "maskcreation.h"
-#include "maskjson.h"
-#include "recordfields.h"
-#include "usageerror.h"
+#include "record/maskjson.h"
+#include "record/recordfields.h"
+#include "record/usageerror.h"
 
 #include <chrono>
 #include <cstdint>

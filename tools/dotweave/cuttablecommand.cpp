@@ -1,13 +1,13 @@
 #include "cuttablecommand.h"
 
-#include "cuttableplot.h"
+#include "picture/cuttableplot.h"
 #include "dotweave/maskdata_base.h"
 #include "interruptguard.h"
 #include "logconsole.h"
 #include "maskcreation.h"
 #include "outputfile.h"
 #include "stagedfiles.h"
-#include "usageerror.h"
+#include "record/usageerror.h"
 
 #include <algorithm>
 #include <cstdint>

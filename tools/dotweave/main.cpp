@@ -1,7 +1,7 @@
 #include "buildcommand.h"
 #include "cuttablecommand.h"
 #include "interruptguard.h"
-#include "usageerror.h"
+#include "record/usageerror.h"
 
 #include <CLI/CLI.hpp>
 

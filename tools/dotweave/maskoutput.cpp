@@ -1,8 +1,8 @@
 #include "maskoutput.h"
 
 #include "interruptguard.h"
-#include "maskjson.h"
-#include "maskpicture.h"
+#include "record/maskjson.h"
+#include "picture/maskpicture.h"
 #include "outputfile.h"
 #include "stagedfiles.h"
 

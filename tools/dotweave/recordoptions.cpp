@@ -1,8 +1,8 @@
 #include "recordoptions.h"
 
-#include "recordfields.h"
-#include "recordjson.h"
-#include "usageerror.h"
+#include "record/recordfields.h"
+#include "record/recordjson.h"
+#include "record/usageerror.h"
 
 #include <cstddef>
 

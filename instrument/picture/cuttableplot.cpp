@@ -1,0 +1,127 @@
+#include "picture/cuttableplot.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <locale>
+#include <sstream>
+
+namespace {
+
+constexpr int SCALE_MAX = 65535;                            // thresholds; top of the scale
+constexpr int SCALE_GRID = 13107;                           // a fifth of the scale between two grid lines
+constexpr int LEFT = 70, TOP = 30, RIGHT = 90, BOTTOM = 50; // margins in units of the picture
+constexpr int WIDTH = 640, HEIGHT = 640;                    // of the plot itself
+constexpr std::size_t ROW_LABELS_MAX = 12;
+constexpr std::size_t STEP_LABELS_MAX = 48;
+
+double Scale_X(int threshold)
+{
+    return LEFT + static_cast<double>(threshold) * WIDTH / SCALE_MAX;
+}
+
+/// Top of a row's bar.
+double Row_Y(std::size_t row, std::size_t rowCount)
+{
+    return TOP + static_cast<double>(row) * HEIGHT / static_cast<double>(rowCount);
+}
+
+/// Rows between two labels: 1, 2 or 5 times a power of ten.
+std::size_t Label_Rows(std::size_t rowCount)
+{
+    for (std::size_t power = 1;; power *= 10)
+        for (const std::size_t factor : {1U, 2U, 5U})
+            if (rowCount <= factor * power * ROW_LABELS_MAX)
+                return factor * power;
+}
+
+void Line_Add(std::ostream& svg, const char* style, double x1, double y1, double x2, double y2)
+{
+    svg << "<line class='" << style << "' x1='" << x1 << "' y1='" << y1 << "' x2='" << x2 << "' y2='" << y2
+        << "'/>\n";
+}
+
+void Text_Add(std::ostream& svg, const char* anchor, double x, double y, const std::string& text)
+{
+    svg << "<text text-anchor='" << anchor << "' x='" << x << "' y='" << y << "'>" << text << "</text>\n";
+}
+
+void Rect_Add(std::ostream& svg, const char* style, double x, double y, double width, double height)
+{
+    svg << "<rect class='" << style << "' x='" << x << "' y='" << y << "' width='" << width << "' height='"
+        << height << "'/>\n";
+}
+
+void Head_Add(std::ostream& svg)
+{
+    const int width = LEFT + WIDTH + RIGHT;
+    const int height = TOP + HEIGHT + BOTTOM;
+    svg << "<?xml version='1.0' encoding='UTF-8'?>\n"
+        << "<svg xmlns='http://www.w3.org/2000/svg' width='" << width << "' height='" << height
+        << "' viewBox='0 0 " << width << ' ' << height << "'>\n"
+        << "<title>Cut table: threshold ranges of the nozzle rows</title>\n"
+        << "<style>\ntext {font: 12px sans-serif; fill: #333}\n.paper {fill: #fff}\n"
+        << ".grid {stroke: #ddd}\n.step {stroke: #c33; stroke-dasharray: 4 3}\n"
+        << ".bar {fill: #3b6ea5; shape-rendering: crispEdges}\n.frame {fill: none; stroke: #333}\n</style>\n";
+    Rect_Add(svg, "paper", 0, 0, width, height);
+}
+
+void Grid_Add(std::ostream& svg, std::size_t rowCount)
+{
+    for (int threshold = 0; threshold <= SCALE_MAX; threshold += SCALE_GRID) {
+        Line_Add(svg, "grid", Scale_X(threshold), TOP, Scale_X(threshold), TOP + HEIGHT);
+        Text_Add(svg, "middle", Scale_X(threshold), TOP + HEIGHT + 16, std::to_string(threshold));
+    }
+    for (std::size_t row = 0; row <= rowCount; row += Label_Rows(rowCount)) {
+        const double y = Row_Y(row, rowCount);
+        Line_Add(svg, "grid", LEFT, y, LEFT + WIDTH, y);
+        Text_Add(svg, "end", LEFT - 6, y + 4, std::to_string(row));
+    }
+}
+
+void Bars_Add(std::ostream& svg, std::span<const SCutTable> table)
+{
+    for (std::size_t row = 0; row < table.size(); ++row) {
+        const SCutTable& range = table[row];
+        if (range.upperLimit <= range.lowerLimit)
+            continue;
+        const double x = Scale_X(range.lowerLimit);
+        const double y = Row_Y(row, table.size());
+        Rect_Add(svg, "bar", x, y, Scale_X(range.upperLimit) - x, Row_Y(row + 1, table.size()) - y);
+    }
+}
+
+void Steps_Add(std::ostream& svg, std::size_t rowCount, std::size_t stepRows)
+{
+    const bool isLabelled = rowCount / stepRows <= STEP_LABELS_MAX; // more would stand on each other
+    for (std::size_t step = 1; step * stepRows <= rowCount; ++step) {
+        const double y = Row_Y(step * stepRows, rowCount);
+        Line_Add(svg, "step", LEFT, y, LEFT + WIDTH + 6, y);
+        if (isLabelled)
+            Text_Add(svg, "start", LEFT + WIDTH + 10, y + 4,
+                     "step " + std::to_string(step) + ": " + std::to_string(step * stepRows));
+    }
+}
+
+void Titles_Add(std::ostream& svg)
+{
+    Rect_Add(svg, "frame", LEFT, TOP, WIDTH, HEIGHT);
+    Text_Add(svg, "middle", LEFT + WIDTH / 2.0, TOP + HEIGHT + 38,
+             "threshold; a bar covers lower &lt; threshold &lt;= upper");
+    svg << "<text text-anchor='middle' transform='translate(16 " << TOP + HEIGHT / 2
+        << ") rotate(-90)'>nozzle row</text>\n";
+}
+
+} // namespace
+
+std::string CutTablePlot_Svg(std::span<const SCutTable> table, int stepRows)
+{
+    std::ostringstream svg;
+    svg.imbue(std::locale::classic());
+    Head_Add(svg);
+    Grid_Add(svg, table.size());
+    Bars_Add(svg, table);
+    Steps_Add(svg, table.size(), static_cast<std::size_t>(std::max(stepRows, 1)));
+    Titles_Add(svg);
+    svg << "</svg>\n";
+    return svg.str();
+}

@@ -1,0 +1,110 @@
+#include "record/recordjson.h"
+
+#include "record/recordfields.h"
+#include "record/usageerror.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cerrno>
+#include <fstream>
+#include <set>
+#include <system_error>
+
+namespace {
+
+using nlohmann::json;
+
+/// The value as it stands in the file. Lists and objects are only named: they may be nested without end.
+std::string Value_Text(const json& value)
+{
+    if (value.is_structured())
+        return std::string("an ") + value.type_name();
+    return value.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+const SRecordField& Field_Find(const std::string& name, const std::string& source)
+{
+    std::string known;
+    for (const SRecordField& field : RecordFields()) {
+        if (name == field.name)
+            return field;
+        known.append(known.empty() ? "" : ", ").append(field.name);
+    }
+    // As a value of the file, a name with line ends in it still takes one line.
+    throw CUsageError(source + ": " + Value_Text(json(name)) + " is not a field; fields: " + known);
+}
+
+bool Field_Set(const SRecordField& field, const json& value, SMaskParam& param)
+{
+    if (value.is_string())
+        return RecordField_SetName(field, value.get<std::string>(), param);
+    const bool isReal = std::holds_alternative<float SMaskParam::*>(field.member);
+    if (isReal ? !value.is_number() : !value.is_number_integer())
+        return false;
+    return RecordField_SetNumber(field, value.get<double>(), param);
+}
+
+/// Parses, and refuses a field that is given twice: which of two values counts should not be a guess.
+json Object_Parse(std::istream& stream, const std::string& source)
+{
+    std::set<std::string> names;
+    const auto refuseTwice = [&](int depth, json::parse_event_t event, const json& parsed) {
+        if (event == json::parse_event_t::key && depth == 1 &&
+            !names.insert(parsed.get<std::string>()).second)
+            throw CUsageError(source + ": field " + Value_Text(parsed) + " is given twice");
+        return true;
+    };
+    json object;
+    try {
+        object = json::parse(stream, refuseTwice);
+    } catch (const json::exception& error) {
+        const std::string text = error.what(); // "[json.exception.name.number] text"
+        const std::size_t prefix = text.find("] ");
+        throw CUsageError(source +
+                          ": not a mode file: " + text.substr(prefix == std::string::npos ? 0 : prefix + 2));
+    }
+    if (!object.is_object())
+        throw CUsageError(source + ": not a mode file: " + Value_Text(object) +
+                          " stands where an object with fields is expected");
+    return object;
+}
+
+} // namespace
+
+nlohmann::ordered_json Record_Json(const SMaskParam& param)
+{
+    nlohmann::ordered_json object = nlohmann::ordered_json::object();
+    for (const SRecordField& field : RecordFields()) {
+        if (std::holds_alternative<float SMaskParam::*>(field.member)) { // 33.3, not 33.29999923706055
+            const std::string text = RecordField_ValueText(field, param);
+            // A whole -0 is plain 0 in JSON, but another mode as a record.
+            object[field.name] = nlohmann::ordered_json::parse(text == "-0" ? "-0.0" : text);
+        } else
+            object[field.name] = param.*std::get<std::int32_t SMaskParam::*>(field.member);
+    }
+    return object;
+}
+
+void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param)
+{
+    const json object = Object_Parse(stream, source);
+    for (const auto& [name, value] : object.items()) {
+        const SRecordField& field = Field_Find(name, source);
+        if (Field_Set(field, value, param))
+            continue;
+        std::string where = source;
+        where.append(": ").append(name);
+        throw CUsageError(RecordField_RefusalText(field, where, Value_Text(value)));
+    }
+}
+
+void Record_ReadFile(const std::string& path, SMaskParam& param)
+{
+    errno = 0;
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream || stream.peek() == std::ifstream::traits_type::eof()) {
+        const std::string reason = errno != 0 ? std::generic_category().message(errno) : "it is empty";
+        throw CUsageError("--param: " + path + " cannot be read: " + reason);
+    }
+    Record_ReadJson(stream, path, param);
+}
