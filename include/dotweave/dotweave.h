@@ -12,5 +12,6 @@
 #include "dotweave/maskdatafactory.h"
 #include "dotweave/maskdatastorage.h"
 #include "dotweave/maskparam.h"
+#include "dotweave/maskparam_refusal.h"
 #include "dotweave/rawmaskdata.h"
 #include "dotweave/sinemask.h"

@@ -84,7 +84,7 @@ void ExpectResolutionLaws(CMaskData_Base& mask)
 void ExpectSizeLaws(CMaskData_Base& mask)
 {
     SMaskData_Base_Peek peek{mask};
-    const SMaskSize size = {peek.BaseMaskHeight(), peek.PositionCount()};
+    const SMatrixRepeat size = {peek.BaseMaskHeight(), peek.PositionCount()};
     EXPECT_EQ(size, MaskSize_ByCounting(WIDTH, peek.StepHeight_NoneRes()));
     EXPECT_EQ(peek.BaseMaskWidth(), WIDTH);
     // A line is a multiple of 544 pixels, which fill whole bytes: it has no padding.

@@ -6,12 +6,12 @@
 /// Matrix height and band positions of a mask, found by counting on the paper.
 
 /// What the search for a matrix height ends with.
-struct SMaskSize {
+struct SMatrixRepeat {
     int height, positions;
-    bool operator==(const SMaskSize&) const = default;
+    bool operator==(const SMatrixRepeat&) const = default;
 };
 
-inline std::ostream& operator<<(std::ostream& stream, const SMaskSize& size)
+inline std::ostream& operator<<(std::ostream& stream, const SMatrixRepeat& size)
 {
     return stream << size.height << " rows, " << size.positions << " positions";
 }
@@ -27,9 +27,9 @@ inline int Steps_Until_Repeat(int height, int step)
 
 /// The same search told the other way round: the first height from the top that repeats within 20 steps, else
 /// the one with the fewest steps, the largest such.
-inline SMaskSize MaskSize_ByCounting(int fullHeight, int step)
+inline SMatrixRepeat MaskSize_ByCounting(int fullHeight, int step)
 {
-    SMaskSize best = {-1, 0};
+    SMatrixRepeat best = {-1, 0};
     for (int height = fullHeight; height > fullHeight - fullHeight / 2; --height) {
         const int steps = Steps_Until_Repeat(height, step);
         if (steps <= 20)

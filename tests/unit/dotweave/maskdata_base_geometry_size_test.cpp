@@ -7,7 +7,7 @@
 
 namespace {
 
-SMaskSize InitMaskSize(int fullHeight, int step)
+SMatrixRepeat InitMaskSize(int fullHeight, int step)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
@@ -35,36 +35,36 @@ int MaskLineBytes(int width, int bitsPerPixel, int xResPass)
 
 TEST(MaskDataBaseGeometrySize, MatrixHeightIsGivenUpUntilPositionsRepeat)
 {
-    EXPECT_EQ(InitMaskSize(544, 136), (SMaskSize{544, 4}));
-    EXPECT_EQ(InitMaskSize(544, 128), (SMaskSize{544, 17}));
-    EXPECT_EQ(InitMaskSize(544, 100), (SMaskSize{500, 5}));
-    EXPECT_EQ(InitMaskSize(544, 120), (SMaskSize{540, 9}));
-    EXPECT_EQ(InitMaskSize(544, 33), (SMaskSize{528, 16}));
-    EXPECT_EQ(InitMaskSize(544, 544), (SMaskSize{544, 1}));
-    EXPECT_EQ(InitMaskSize(544, 1088), (SMaskSize{544, 1}));
+    EXPECT_EQ(InitMaskSize(544, 136), (SMatrixRepeat{544, 4}));
+    EXPECT_EQ(InitMaskSize(544, 128), (SMatrixRepeat{544, 17}));
+    EXPECT_EQ(InitMaskSize(544, 100), (SMatrixRepeat{500, 5}));
+    EXPECT_EQ(InitMaskSize(544, 120), (SMatrixRepeat{540, 9}));
+    EXPECT_EQ(InitMaskSize(544, 33), (SMatrixRepeat{528, 16}));
+    EXPECT_EQ(InitMaskSize(544, 544), (SMatrixRepeat{544, 1}));
+    EXPECT_EQ(InitMaskSize(544, 1088), (SMatrixRepeat{544, 1}));
 }
 
 TEST(MaskDataBaseGeometrySize, WithoutAGoodHeightTheFewestPositionsWin)
 {
     // A step without a divisor in common with any height repeats after as many positions as the height has
     // rows; the search ends at 273.
-    EXPECT_EQ(InitMaskSize(544, 1), (SMaskSize{273, 273}));
-    EXPECT_EQ(InitMaskSize(544, 547), (SMaskSize{273, 273}));
-    EXPECT_EQ(InitMaskSize(544, 1009), (SMaskSize{273, 273}));
+    EXPECT_EQ(InitMaskSize(544, 1), (SMatrixRepeat{273, 273}));
+    EXPECT_EQ(InitMaskSize(544, 547), (SMatrixRepeat{273, 273}));
+    EXPECT_EQ(InitMaskSize(544, 1009), (SMatrixRepeat{273, 273}));
     // Step 2 halves even heights: 274 rows repeat after 137 positions.
-    EXPECT_EQ(InitMaskSize(544, 2), (SMaskSize{274, 137}));
+    EXPECT_EQ(InitMaskSize(544, 2), (SMatrixRepeat{274, 137}));
 }
 
 TEST(MaskDataBaseGeometrySize, TheLargestOfEquallyGoodHeightsWins)
 {
     // 273 is 21 steps of 13, the least of all: heights within 20 steps would have to be 260 rows or less.
-    EXPECT_EQ(InitMaskSize(544, 13), (SMaskSize{273, 21}));
+    EXPECT_EQ(InitMaskSize(544, 13), (SMatrixRepeat{273, 21}));
     // Two heights of 273 to 544 never tie beyond 20 positions. In a taller matrix 4011 = 21 * 191 and
     // 4053 = 21 * 193 rows both repeat after 21 steps of 191 * 193, and no height from 4000 up repeats
     // sooner.
     EXPECT_EQ(Steps_Until_Repeat(4011, 191 * 193), 21);
     EXPECT_EQ(Steps_Until_Repeat(4053, 191 * 193), 21);
-    EXPECT_EQ(InitMaskSize(7998, 191 * 193), (SMaskSize{4053, 21}));
+    EXPECT_EQ(InitMaskSize(7998, 191 * 193), (SMatrixRepeat{4053, 21}));
 }
 
 TEST(MaskDataBaseGeometrySize, EveryStepFindsTheHeightThatCountingFinds)
@@ -86,7 +86,7 @@ TEST(MaskDataBaseGeometrySize, ARepeatBeyondThirtyTwoBitsIsNoRepeat)
 {
     // 15790321 is prime: even 273 rows repeat only after 4310757633 paper rows. The search then still stands at
     // 2147483647 rows, which are 135 steps and 11790312 rows.
-    EXPECT_EQ(InitMaskSize(544, 15790321), (SMaskSize{-1, 135}));
+    EXPECT_EQ(InitMaskSize(544, 15790321), (SMatrixRepeat{-1, 135}));
 }
 
 TEST(MaskDataBaseGeometrySize, MaskLinesAreRoundedUpToWholeBytes)
