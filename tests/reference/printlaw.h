@@ -8,15 +8,24 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <utility>
 #include <vector>
 
 /// @file
-/// The law of every mask: lay the bands on a sheet as the press does, each one step further down than the one
-/// before, and count how often every pixel is printed.
+/// The law of every mask. The bands are laid on a sheet as the press lays them, each one step further down than
+/// the one before, and the prints of every pixel are counted.
 
 /// Prints of a pixel by its threshold and by its row within the step.
 using CLaw = std::function<int(int threshold, int rowInStep)>;
+/// Prints of a pixel by its place on the sheet.
+using CPixelLaw = std::function<int(int row, int column)>;
+
+/// Pixels of a sheet that miss prints, and pixels that are printed too often.
+struct SWrongPixels {
+    int fewer = 0;
+    int more = 0;
+};
 
 /// Each pixel `times` times, but for threshold 0, which is never printed.
 inline CLaw Law_Times(int times)
@@ -42,7 +51,7 @@ inline CLaw Law_Zones(int featherRows, int times)
     };
 }
 
-/// Each pixel as often as the ranges of the rows that pass over it hold its threshold.
+/// Each pixel once for every row that passes over it and has its threshold in its range.
 inline CLaw Law_Table(CRanges table, int step)
 {
     return [table = std::move(table), step](int threshold, int rowInStep) {
@@ -66,11 +75,12 @@ public:
           m_positionCount(SMaskData_Base_Peek{mask}.PositionCount())
     {}
 
-    /// Prints whole cycles of positions, so that the thresholds and the positions have both come round once.
-    /// The first rows of the sheet lack bands above them; FirstRow is covered by all.
+    /// Prints one whole cycle of positions and counts the prints of every pixel.
+    /// Bands overlap, so the first rows of the sheet miss some prints. Counting starts at FirstRow, which all
+    /// bands cover.
     void Print() { Print(0, WIDTH); }
 
-    /// As above, but looks at some of the columns only.
+    /// As above, for some of the columns only.
     void Print(int firstColumn, int columnCount)
     {
         m_firstColumn = firstColumn;
@@ -98,7 +108,7 @@ public:
 
     [[nodiscard]] int FirstRow() const { return m_height; }
 
-    /// The threshold that decides a pixel; the resolution passes look at the matrix from elsewhere.
+    /// The threshold that decides a pixel. Each resolution pass reads the matrix at an offset of its own.
     [[nodiscard]] int Threshold(int row, int x) const
     {
         const int matrixRow = (row + m_r * m_step / m_mask.YResPass()) % m_matrixRows;
@@ -106,17 +116,52 @@ public:
         return CRawMaskData::RawData(m_color)[matrixRow * WIDTH + matrixColumn];
     }
 
-    /// Pixels that are not printed as often as the law says.
-    [[nodiscard]] int WrongPixels(const CLaw& law) const
+    /// Counts the pixels that are not printed as often as the law says.
+    [[nodiscard]] SWrongPixels Compare(const CPixelLaw& law) const
     {
-        int wrong = 0;
+        SWrongPixels wrong;
         const int* prints = m_prints.data();
         for (int row = FirstRow(); row < FirstRow() + m_rowCount; ++row) {
-            for (int x = m_firstColumn; x < m_firstColumn + m_columnCount; ++x)
-                wrong += *prints++ == law(Threshold(row, x), row % m_step) ? 0 : 1;
+            for (int x = m_firstColumn; x < m_firstColumn + m_columnCount; ++x, ++prints) {
+                const int expected = law(row, x);
+                wrong.fewer += *prints < expected ? 1 : 0;
+                wrong.more += *prints > expected ? 1 : 0;
+            }
         }
         return wrong;
     }
+
+    /// The same for a law of thresholds; fewer and more prints together.
+    [[nodiscard]] int WrongPixels(const CLaw& law) const
+    {
+        const SWrongPixels wrong =
+            Compare([this, &law](int row, int x) { return law(Threshold(row, x), row % m_step); });
+        return wrong.fewer + wrong.more;
+    }
+
+    /// How many rows of one step print all their pixels once, twice, ..., by the number of prints.
+    /// Pixels of threshold 0 never print and do not count. A row whose pixels differ counts under -1.
+    [[nodiscard]] std::map<int, int> RowsOfAStepByPrints() const
+    {
+        std::map<int, int> rows;
+        const int* prints = m_prints.data();
+        for (int row = FirstRow(); row < FirstRow() + m_rowCount; ++row) {
+            int first = 0;
+            bool isEven = true;
+            for (int x = m_firstColumn; x < m_firstColumn + m_columnCount; ++x, ++prints) {
+                if (Threshold(row, x) == 0)
+                    continue;
+                first = first == 0 ? *prints : first;
+                isEven = isEven && *prints == first;
+            }
+            ++rows[isEven ? first : -1];
+        }
+        for (auto& entry : rows)
+            entry.second /= m_positionCount;
+        return rows;
+    }
+
+    [[nodiscard]] int PixelCount() const { return static_cast<int>(m_prints.size()); }
 
     static constexpr int WIDTH = 544;
 
