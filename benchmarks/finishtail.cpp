@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <stdexcept>
 
+using namespace dotweave;
+
 CFinishTail::CFinishTail(const SMaskParam& param)
 {
     CMaskData_Base mask;

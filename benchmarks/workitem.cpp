@@ -8,6 +8,8 @@
 #include <cstring>
 #include <stdexcept>
 
+using namespace dotweave;
+
 CWorkItem::CWorkItem(const SMaskParam& param)
 {
     {

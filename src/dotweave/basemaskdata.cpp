@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <cstring>
 
+using namespace dotweave;
+
 namespace {
 
 /// Fills one plane row from one matrix row.

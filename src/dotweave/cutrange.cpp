@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace dotweave {
+
 void CutRanges_AppendShares(std::vector<SCutRange>& ranges, int passCount, int rowsPerPass)
 {
     for (int pass = 0; pass < passCount; ++pass)
@@ -27,3 +29,5 @@ void CutRanges_Expand(const std::vector<SCutRange>& ranges, SCutTable* table)
         table = std::fill_n(table, range.rowCount, entry);
     }
 }
+
+} // namespace dotweave

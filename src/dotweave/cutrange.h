@@ -13,6 +13,8 @@ struct SCutRange {
     std::int32_t rowCount;   ///< consecutive mask rows with this range
 };
 
+namespace dotweave {
+
 /// Boundary i of a scale that is shared out among passCount passes: pass i prints what lies above boundary i
 /// up to boundary i + 1, so neighbours meet without a gap.
 /// @param i  0 to passCount
@@ -31,3 +33,5 @@ std::vector<SCutRange> CutRanges_InGroups(int passCount, int groupCount, int row
 
 /// Expands ranges, in pass order, into consecutive table entries. Bounds are stored truncated to 16 bits.
 void CutRanges_Expand(const std::vector<SCutRange>& ranges, SCutTable* table);
+
+} // namespace dotweave

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <limits>
 
+namespace dotweave {
+
 /// The product as 32-bit hardware forms it: sizes handed in by a host may wrap, and must do so the same way
 /// on every compiler.
 constexpr std::int32_t Int32_Product(std::int32_t a, std::int32_t b)
@@ -16,3 +18,5 @@ constexpr bool Int32_Holds(std::int64_t value)
     return value >= std::numeric_limits<std::int32_t>::min() &&
            value <= std::numeric_limits<std::int32_t>::max();
 }
+
+} // namespace dotweave

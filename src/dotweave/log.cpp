@@ -1,5 +1,7 @@
 #include "log.h"
 
+namespace dotweave {
+
 bool Log_Failure(const boost::log::string_literal& unit, const boost::log::string_literal& scope,
                  unsigned int line)
 {
@@ -13,3 +15,5 @@ bool Log_FailureValue(const boost::log::string_literal& unit, const boost::log::
     DOTWEAVE_LOG(unit, scope, line, SeverityLevel_Failure) << text << value;
     return false;
 }
+
+} // namespace dotweave

@@ -11,6 +11,8 @@
 /// every compiler; the source unit named after the class; the agreed line number, or __LINE__ where none is
 /// agreed.
 
+namespace dotweave {
+
 /// A scope of the calling thread while it lives.
 /// @throws std::bad_alloc when this is the thread's first one and there is no memory for its list of scopes.
 ///         Boost's sentry alone would end the process then, and the thread that logs may be a worker that has
@@ -31,7 +33,7 @@ private:
 /// it:
 ///     DOTWEAVE_LOG(UNIT, SCOPE, 941, SeverityLevel_Info) << "m_maskHeight = " << m_maskHeight;
 #define DOTWEAVE_LOG(unit, scope, line, severity)                                                            \
-    switch (const ::CLogScope dotweaveScope(scope, unit, line); 0)                                           \
+    switch (const ::dotweave::CLogScope dotweaveScope(scope, unit, line); 0)                                 \
     case 0:                                                                                                  \
     default:                                                                                                 \
         BOOST_LOG_SEV(::CCustomBoostLog::BoostLog_Get(), severity)
@@ -46,3 +48,5 @@ bool Log_Failure(const boost::log::string_literal& unit, const boost::log::strin
 /// @return always false
 bool Log_FailureValue(const boost::log::string_literal& unit, const boost::log::string_literal& scope,
                       unsigned int line, const boost::log::string_literal& text, int value);
+
+} // namespace dotweave

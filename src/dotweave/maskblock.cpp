@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <memory>
 
+using namespace dotweave;
+
 CMaskBlock::CMaskBlock(int width, int height)
 {
     Initialize(width, height);

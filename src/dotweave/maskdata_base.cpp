@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstddef>
 
+using namespace dotweave;
+
 namespace {
 
 constexpr char SCOPE_CREATE[] = "bool __cdecl CMaskData_Base::Create(const struct SMaskParam &)";

@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 /// The block while its lines are being written. Whatever happens before all of them are, nobody gets to see

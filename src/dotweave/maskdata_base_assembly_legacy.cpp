@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <vector>
 
+using namespace dotweave;
+
 /// The mask bytes of CreateMaskData without the sine step, made on the calling thread with the plain loops:
 /// the reference that the generator is held against.
 bool CMaskData_Base::CreateMaskData_Old()

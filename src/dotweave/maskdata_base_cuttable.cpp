@@ -3,6 +3,8 @@
 #include "log.h"
 #include "maskdata_base_unit.h"
 
+using namespace dotweave;
+
 bool CMaskData_Base::CreateCutTable(SCutTable* table, int count)
 {
     static constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateCutTable(struct SCutTable *,int)";

@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+using namespace dotweave;
+
 // The path comes by value, as hosts call it.
 bool CMaskData_Base::OutputCutTable(const SCutTable* table, int count,
                                     std::string path) // NOLINT(performance-unnecessary-value-param)

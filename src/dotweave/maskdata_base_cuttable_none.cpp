@@ -6,6 +6,8 @@
 
 #include <vector>
 
+using namespace dotweave;
+
 bool CMaskData_Base::CreateCutTable_FeatherNone(SCutTable* table, int /*count*/)
 {
     if (m_maskParam_Current.colorTimes == 1)

@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <vector>
 
+using namespace dotweave;
+
 bool CMaskData_Base::CreateCutTable_Smooth_2(SCutTable* table, int /*count*/)
 {
     static constexpr char SCOPE[] =

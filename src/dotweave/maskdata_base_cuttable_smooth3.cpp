@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 /// Widens one range by a factor around its centre and keeps its width: pushed up from 0 at the lower end,

@@ -8,6 +8,8 @@
 #include <limits>
 #include <numeric>
 
+using namespace dotweave;
+
 namespace {
 
 /// Band positions after which the search for a matrix height is content.

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstdint>
 
+using namespace dotweave;
+
 bool CMaskData_Base::InitNoneRes()
 {
     switch (m_maskParam_Current.featherMode) {

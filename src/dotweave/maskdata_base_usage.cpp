@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 /// Rows of the sample table, and the rows at either end whose bound stands at the end of the scale.

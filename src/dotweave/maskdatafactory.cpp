@@ -4,6 +4,8 @@
 
 #include <memory>
 
+using namespace dotweave;
+
 CMaskData_Base* CMaskDataFactory::MaskData_Create(const SMaskParam& param)
 {
     auto mask = std::make_unique<CMaskData_Base>();

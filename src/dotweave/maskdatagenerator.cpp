@@ -10,6 +10,8 @@
 #include <memory>
 #include <utility>
 
+using namespace dotweave;
+
 namespace {
 
 constexpr char UNIT[] = "maskdatagenerator";

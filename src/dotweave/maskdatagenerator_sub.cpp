@@ -9,6 +9,8 @@
 #include <exception>
 #include <thread>
 
+using namespace dotweave;
+
 namespace {
 
 constexpr char UNIT[] = "maskdatagenerator_sub";

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <memory>
 
+using namespace dotweave;
+
 namespace {
 
 constexpr char UNIT[] = "maskdatastorage";

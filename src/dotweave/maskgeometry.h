@@ -5,6 +5,8 @@
 /// @file
 /// Arithmetic of head and mask geometry that more than one place needs.
 
+namespace dotweave {
+
 /// Rows of the head that feathering may take.
 /// The order of the single-precision operations is agreed: it decides which way a boundary rounds.
 /// @param featherPercent  0 to 100
@@ -29,3 +31,5 @@ constexpr std::int64_t MaskLineBytes(std::int64_t baseWidth, std::int64_t bitsPe
 {
     return (baseWidth * bitsPerPixel * xResPass + 7) / 8;
 }
+
+} // namespace dotweave

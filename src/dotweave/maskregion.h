@@ -3,6 +3,8 @@
 /// @file
 /// Where in its threshold plane a mask region starts.
 
+namespace dotweave {
+
 /// Threshold row that the first row of a region reads: successive band positions read one step further down,
 /// Y resolution passes take evenly spaced fractions of the step.
 constexpr int MaskRegion_Row(int position, int stepHeight, int yResIndex, int yResPass)
@@ -16,3 +18,5 @@ constexpr int MaskRegion_Column(int xResIndex, int baseWidth, int xResPass)
 {
     return baseWidth * xResIndex / xResPass;
 }
+
+} // namespace dotweave

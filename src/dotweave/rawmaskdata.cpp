@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+using namespace dotweave;
+
 int CRawMaskData::Width()
 {
     return THRESHOLD_MATRIX_SIZE;

@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <memory>
 
+using namespace dotweave;
+
 namespace {
 
 constexpr char UNIT[] = "sinemask";

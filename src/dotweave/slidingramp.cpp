@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace dotweave {
+
 void SlidingRamp_Fill(SCutTable* table, int rowCount, int stepRows, int level)
 {
     // A band shorter than its step has no rows to meet: what it has prints the whole level.
@@ -18,3 +20,5 @@ void SlidingRamp_Fill(SCutTable* table, int rowCount, int stepRows, int level)
         table[row].lowerLimit = bound;
     }
 }
+
+} // namespace dotweave

@@ -2,6 +2,8 @@
 
 #include "dotweave/cuttable.h"
 
+namespace dotweave {
+
 /// Ranges of nearly equal width that slide down the threshold scale from the first row to the last, so that
 /// rows one step apart meet at the same bound and together print everything from 0 up to the level.
 ///
@@ -13,3 +15,5 @@
 /// @param stepRows  rows between two nozzle rows that print the same image row, >= 0
 /// @param level     top of the scale, 0 to THRESHOLD_LEVEL_MAX
 void SlidingRamp_Fill(SCutTable* table, int rowCount, int stepRows, int level);
+
+} // namespace dotweave

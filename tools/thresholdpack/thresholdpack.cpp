@@ -24,6 +24,8 @@
 #include <string>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 constexpr int SIDE = THRESHOLD_MATRIX_SIZE;

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 /// The bounds alone.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dotweave;
+
 namespace {
 
 // Also usable where the compiler must know the value.

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
+using namespace dotweave;
+
 namespace {
 
 CRanges Ramp(int rowCount, int stepRows, int level)

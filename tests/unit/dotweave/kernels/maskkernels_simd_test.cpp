@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 constexpr std::uint8_t UNTOUCHED = 0xAA;
