@@ -41,31 +41,31 @@ CWorkItem::CWorkItem(const SMaskParam& param)
     m_blocks = std::vector<CMaskBlock>(static_cast<std::size_t>(m_pack.xResPass));
     for (CMaskBlock& block : m_blocks)
         block.Initialize(m_pack.width, m_rowCount);
-    m_scratch.resize(MaskKernel_ScratchBytes(m_pack.planeWidth, m_pack.width, m_pack.xResPass));
+    m_scratch.resize(dotweave::MaskKernel_ScratchBytes(m_pack.planeWidth, m_pack.width, m_pack.xResPass));
 }
 
 void CWorkItem::Reference_Run()
 {
     Blocks_Clear();
     for (int k = 0; k < m_pack.xResPass; ++k)
-        MaskKernel_Cut_Reference(Cut_Param(k), Rows());
+        dotweave::MaskKernel_Cut_Reference(Cut_Param(k), Rows());
     Lines_Clear();
-    MaskKernel_Merge_Reference(m_blocks.data(), m_pack.xResPass, m_pack.bitsPerPixel, Rows(),
-                               m_pack.firstLine, m_pack.lineDistance);
+    dotweave::MaskKernel_Merge_Reference(m_blocks.data(), m_pack.xResPass, m_pack.bitsPerPixel, Rows(),
+                                         m_pack.firstLine, m_pack.lineDistance);
 }
 
 void CWorkItem::Fused_Run()
 {
-    MaskKernel_CutAndPack(m_pack, Rows(), m_scratch.data());
+    dotweave::MaskKernel_CutAndPack(m_pack, Rows(), m_scratch.data());
 }
 
 void CWorkItem::Blocks_Run()
 {
     Blocks_Clear();
     for (int k = 0; k < m_pack.xResPass; ++k)
-        MaskKernel_Cut(Cut_Param(k), Rows());
-    MaskKernel_Merge(m_blocks.data(), m_pack.xResPass, m_pack.bitsPerPixel, Rows(), m_pack.firstLine,
-                     m_pack.lineDistance, m_scratch.data());
+        dotweave::MaskKernel_Cut(Cut_Param(k), Rows());
+    dotweave::MaskKernel_Merge(m_blocks.data(), m_pack.xResPass, m_pack.bitsPerPixel, Rows(),
+                               m_pack.firstLine, m_pack.lineDistance, m_scratch.data());
 }
 
 std::uint16_t CWorkItem::Thresholds_Read() const
@@ -103,7 +103,7 @@ std::size_t CWorkItem::ThresholdBytes() const
            sizeof(std::uint16_t);
 }
 
-SRowRange CWorkItem::Rows() const
+dotweave::SRowRange CWorkItem::Rows() const
 {
     return {0, m_rowCount};
 }

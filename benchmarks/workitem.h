@@ -44,12 +44,12 @@ public:
     [[nodiscard]] std::size_t ThresholdBytes() const;
 
 private:
-    [[nodiscard]] SRowRange Rows() const;
+    [[nodiscard]] dotweave::SRowRange Rows() const;
     SParam_GenerateMaskData Cut_Param(int xResIndex);
     void Blocks_Clear();
     void Lines_Clear();
 
-    SMaskPack m_pack{};
+    dotweave::SMaskPack m_pack{};
     int m_rowCount = 0;
     int m_lineBytes = 0;
     CBaseMaskData m_plane;

@@ -89,10 +89,10 @@ bool CKelQueue<T*>::TryPush(T* item)
 {
     if (!m_queue->bounded_push(item))
         return false;
-    SchedulePoint();
+    dotweave::SchedulePoint();
     // The value that the step itself returns tells who crossed a bound; a second read could miss it.
     const auto count = static_cast<std::int32_t>(m_count->fetch_add(1U) + 1U);
-    SchedulePoint();
+    dotweave::SchedulePoint();
     if (count == 1)
         NotEmpty_Correct();
     if (count == m_capacity)
@@ -114,9 +114,9 @@ bool CKelQueue<T*>::TryPop(T*& item)
 {
     if (!m_queue->pop(item))
         return false;
-    SchedulePoint();
+    dotweave::SchedulePoint();
     const auto count = static_cast<std::int32_t>(m_count->fetch_sub(1U) - 1U);
-    SchedulePoint();
+    dotweave::SchedulePoint();
     if (count == 0)
         NotEmpty_Correct();
     if (count == m_capacity - 1)
@@ -129,10 +129,10 @@ bool CKelQueue<T*>::Pop(T*& item, unsigned int milliseconds)
 {
     if (TryPop(item))
         return true;
-    SchedulePoint();
+    dotweave::SchedulePoint();
     if (!m_event_NotEmpty.WaitOne(milliseconds) && milliseconds > 0U)
-        SchedulePoint_WaitExpired(static_cast<std::int32_t>(Count()) > 0 || AddFinished_Get());
-    SchedulePoint();
+        dotweave::SchedulePoint_WaitExpired(static_cast<std::int32_t>(Count()) > 0 || AddFinished_Get());
+    dotweave::SchedulePoint();
     return TryPop(item);
 }
 
@@ -148,7 +148,7 @@ template <typename T>
 void CKelQueue<T*>::AddFinished_Set()
 {
     m_isAddFinished->exchange(std::uint8_t{1});
-    SchedulePoint();
+    dotweave::SchedulePoint();
     m_event_NotEmpty.Set();
 }
 
@@ -160,12 +160,12 @@ void CKelQueue<T*>::NotEmpty_Correct()
 {
     const auto hasItems = [this] { return static_cast<std::int32_t>(m_count->load()) > 0; };
     for (bool isNotEmpty = hasItems();; isNotEmpty = !isNotEmpty) {
-        SchedulePoint();
+        dotweave::SchedulePoint();
         if (isNotEmpty)
             m_event_NotEmpty.Set();
         else
             m_event_NotEmpty.Reset();
-        SchedulePoint();
+        dotweave::SchedulePoint();
         if (hasItems() == isNotEmpty)
             return;
     }
@@ -177,12 +177,12 @@ void CKelQueue<T*>::NotFull_Correct()
 {
     const auto hasRoom = [this] { return static_cast<std::int32_t>(m_count->load()) < m_capacity; };
     for (bool isNotFull = hasRoom();; isNotFull = !isNotFull) {
-        SchedulePoint();
+        dotweave::SchedulePoint();
         if (isNotFull)
             m_event_NotFull.Set();
         else
             m_event_NotFull.Reset();
-        SchedulePoint();
+        dotweave::SchedulePoint();
         if (hasRoom() == isNotFull)
             return;
     }

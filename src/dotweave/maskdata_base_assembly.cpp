@@ -35,7 +35,7 @@ private:
 
 bool CMaskData_Base::GenerateMaskData(SParam_GenerateMaskData& param)
 {
-    MaskKernel_Cut_Reference(param, {0, param.maskBlock->Height()});
+    dotweave::MaskKernel_Cut_Reference(param, {0, param.maskBlock->Height()});
     return true;
 }
 
@@ -44,8 +44,8 @@ bool CMaskData_Base::MergeMaskData(const CMaskBlock* blocks, int blockCount, uns
 {
     const std::ptrdiff_t line = m_maskLineBytes;
     if (blockCount >= 1)
-        MaskKernel_Merge_Reference(blocks, blockCount, BitsPerPixel(), {0, blocks[0].Height()},
-                                   dest + yResIndex * line, YResPass() * line);
+        dotweave::MaskKernel_Merge_Reference(blocks, blockCount, BitsPerPixel(), {0, blocks[0].Height()},
+                                             dest + yResIndex * line, YResPass() * line);
     return true;
 }
 

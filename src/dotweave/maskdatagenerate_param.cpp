@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace dotweave {
+
 std::uint8_t* ItemLines_First(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)
 {
     return param.pMaskBlock->MaskData() + static_cast<std::ptrdiff_t>(item.color) * param.maskBytes_OneColor +
@@ -33,3 +35,5 @@ void PositionPages_Touch(const SMaskDataGenerate_Param& param, const SMaskDataGe
     for (std::ptrdiff_t at = 0; at < param.maskBytes_OnePosition; at += PAGE_BYTES)
         first[at] = 0;
 }
+
+} // namespace dotweave

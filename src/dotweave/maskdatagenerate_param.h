@@ -36,6 +36,8 @@ struct SMaskDataGenerate_SubParam {
     std::int32_t splitIndex_YRes;
 };
 
+namespace dotweave {
+
 /// The mask line of an item's first row.
 std::uint8_t* ItemLines_First(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
 /// Bytes from the mask line of one row to that of the next: the lines of the Y resolution passes alternate.
@@ -46,3 +48,5 @@ void ItemLines_Clear(const SMaskDataGenerate_Param& param, const SMaskDataGenera
 /// resolution passes write their lines into the same pages, and two workers that meet in a page which the system
 /// has yet to give hold each other up. Does nothing for other items, and nothing outside the output.
 void PositionPages_Touch(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
+
+} // namespace dotweave

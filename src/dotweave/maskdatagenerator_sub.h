@@ -13,12 +13,16 @@
 #include <memory>
 #include <vector>
 
+namespace dotweave {
+
 /// The rows of a band that the sine mask moves dots between: the sine part of its first feather rows and that
 /// of its last ones. Where the two overlap, the common rows belong to the top.
 struct SSineRows {
     SRowRange top;
     SRowRange bottom;
 };
+
+} // namespace dotweave
 
 /// One worker of the generator. Takes work items from the work queue, cuts and packs each into its own lines
 /// of the output, and hands the item back; ends by itself when the producer has finished and the queue is
@@ -60,8 +64,8 @@ private:
     void WaitForWork();
     bool GenerateMaskData();
     bool Cut_OneBlock(int rowStart, int colStart, CMaskBlock& block);
-    void Lines_Pack(SRowRange rows);
-    void Lines_Merge(int blockRow, SRowRange rows);
+    void Lines_Pack(dotweave::SRowRange rows);
+    void Lines_Merge(int blockRow, dotweave::SRowRange rows);
     void Feather_SineMask();
     void Merge_AllBlock();
     bool CompleteOneSourceData();
@@ -72,7 +76,7 @@ private:
     CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>* m_pQueueBuffer = nullptr;
     std::unique_ptr<CMaskBlock[]> m_blocks; // the rows that the sine mask moves dots between; no others
     const CSineMask* m_pSineMask = nullptr;
-    SSineRows m_sineRows{};
+    dotweave::SSineRows m_sineRows{};
     std::vector<std::uint8_t> m_scratch;
 
     friend struct SMaskDataGenerator_Sub_Peek; // the tests' only key to the steps; defined in tests/support

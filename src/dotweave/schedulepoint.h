@@ -4,6 +4,8 @@
 /// Points of the queues and of the end of the work at which a thread may be held up at will. A test build defines
 /// DOTWEAVE_SCHEDULE_POINTS and the two functions; the library itself compiles to nothing here.
 
+namespace dotweave {
+
 #if defined(DOTWEAVE_SCHEDULE_POINTS)
 /// Between two steps whose order against other threads matters.
 void SchedulePoint();
@@ -13,3 +15,5 @@ void SchedulePoint_WaitExpired(bool wasMissed);
 inline void SchedulePoint() {}
 inline void SchedulePoint_WaitExpired(bool /*wasMissed*/) {}
 #endif
+
+} // namespace dotweave

@@ -13,6 +13,8 @@
 /// Each exists as a reference, the plainest loop that is right, and as a fast twin written once with Highway
 /// and compiled for every instruction set. The twins write the same bytes; docs/kernels.md says how.
 
+namespace dotweave {
+
 /// Block rows first, first + 1, ... up to but without end.
 struct SRowRange {
     int first;
@@ -70,3 +72,5 @@ void MaskKernel_CutAndPack(const SMaskPack& pack, SRowRange rows, std::uint8_t* 
 /// @param planeWidth  columns of the threshold plane; 0 for a merge
 /// @param width       columns of one X resolution pass
 std::size_t MaskKernel_ScratchBytes(int planeWidth, int width, int xResPass);
+
+} // namespace dotweave

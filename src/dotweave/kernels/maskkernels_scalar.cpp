@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace dotweave {
 namespace {
 
 /// dest[i] := dotValue where the range holds thresholds[i]; other bytes stay.
@@ -69,3 +70,5 @@ void MaskKernel_Merge_Reference(const CMaskBlock* blocks, int blockCount, int bi
     for (int row = rows.first; row < rows.end; ++row)
         Row_Merge(blocks, blockCount, bitsPerPixel, row, firstLine + row * lineDistance);
 }
+
+} // namespace dotweave

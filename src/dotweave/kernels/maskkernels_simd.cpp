@@ -487,35 +487,32 @@ HWY_EXPORT(Merge);
 HWY_EXPORT(CutAndPack);
 
 } // namespace
-} // namespace dotweave
 
 void MaskKernel_Cut(const SParam_GenerateMaskData& param, SRowRange rows)
 {
-    using namespace dotweave;
     HWY_DYNAMIC_DISPATCH(Cut)(param, rows);
 }
 
 void MaskKernel_Merge(const CMaskBlock* blocks, int blockCount, int bitsPerPixel, SRowRange rows,
                       std::uint8_t* firstLine, std::ptrdiff_t lineDistance, std::uint8_t* scratch)
 {
-    using namespace dotweave;
     if (blockCount >= 1)
         HWY_DYNAMIC_DISPATCH(Merge)(blocks, blockCount, bitsPerPixel, rows, firstLine, lineDistance, scratch);
 }
 
 void MaskKernel_CutAndPack(const SMaskPack& pack, SRowRange rows, std::uint8_t* scratch)
 {
-    using namespace dotweave;
     HWY_DYNAMIC_DISPATCH(CutAndPack)(pack, rows, scratch);
 }
 
 std::size_t MaskKernel_ScratchBytes(int planeWidth, int width, int xResPass)
 {
-    using namespace dotweave;
     const std::size_t cut = (static_cast<std::size_t>(planeWidth) + static_cast<std::size_t>(width) + 7) / 8;
     const std::size_t pass = (static_cast<std::size_t>(width) + 7) / 8;
     return ROWS_AT_ONCE * (cut + BIT_ROW_SLACK) +
            static_cast<std::size_t>(xResPass) * (sizeof(std::uint8_t*) + sizeof(int) + pass + BIT_ROW_SLACK);
 }
+
+} // namespace dotweave
 
 #endif

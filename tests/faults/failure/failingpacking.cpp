@@ -9,13 +9,15 @@
 // The names that the linker gives to what it was told to wrap; see CMakeLists.txt.
 #define WRAPPED(symbol) __asm__("__wrap_" symbol)
 #define REAL(symbol) __asm__("__real_" symbol)
-#define CUT_SYMBOL "_Z14MaskKernel_CutRK23SParam_GenerateMaskData9SRowRange"
-#define PACK_SYMBOL "_Z21MaskKernel_CutAndPackRK9SMaskPack9SRowRangePh"
+#define CUT_SYMBOL "_ZN8dotweave14MaskKernel_CutERK23SParam_GenerateMaskDataNS_9SRowRangeE"
+#define PACK_SYMBOL "_ZN8dotweave21MaskKernel_CutAndPackERKNS_9SMaskPackENS_9SRowRangeEPh"
 
-void Cut_Wrapped(const SParam_GenerateMaskData& param, SRowRange rows) WRAPPED(CUT_SYMBOL);
-void Cut_Real(const SParam_GenerateMaskData& param, SRowRange rows) REAL(CUT_SYMBOL);
-void Pack_Wrapped(const SMaskPack& pack, SRowRange rows, std::uint8_t* scratch) WRAPPED(PACK_SYMBOL);
-void Pack_Real(const SMaskPack& pack, SRowRange rows, std::uint8_t* scratch) REAL(PACK_SYMBOL);
+void Cut_Wrapped(const SParam_GenerateMaskData& param, dotweave::SRowRange rows) WRAPPED(CUT_SYMBOL);
+void Cut_Real(const SParam_GenerateMaskData& param, dotweave::SRowRange rows) REAL(CUT_SYMBOL);
+void Pack_Wrapped(const dotweave::SMaskPack& pack, dotweave::SRowRange rows, std::uint8_t* scratch)
+    WRAPPED(PACK_SYMBOL);
+void Pack_Real(const dotweave::SMaskPack& pack, dotweave::SRowRange rows, std::uint8_t* scratch)
+    REAL(PACK_SYMBOL);
 
 namespace {
 
@@ -36,13 +38,13 @@ void Fail_IfPlanned(EWorkerStep step)
 
 } // namespace
 
-void Cut_Wrapped(const SParam_GenerateMaskData& param, SRowRange rows)
+void Cut_Wrapped(const SParam_GenerateMaskData& param, dotweave::SRowRange rows)
 {
     Fail_IfPlanned(EWorkerStep::Cut);
     Cut_Real(param, rows);
 }
 
-void Pack_Wrapped(const SMaskPack& pack, SRowRange rows, std::uint8_t* scratch)
+void Pack_Wrapped(const dotweave::SMaskPack& pack, dotweave::SRowRange rows, std::uint8_t* scratch)
 {
     Fail_IfPlanned(EWorkerStep::Pack);
     Pack_Real(pack, rows, scratch);

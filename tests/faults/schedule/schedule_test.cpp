@@ -39,6 +39,8 @@ int Rounds(int normally)
 
 } // namespace
 
+namespace dotweave {
+
 void SchedulePoint()
 {
     ++g_points;
@@ -61,6 +63,8 @@ void SchedulePoint_WaitExpired(bool wasMissed)
     if (wasMissed)
         ++g_missed;
 }
+
+} // namespace dotweave
 
 namespace {
 

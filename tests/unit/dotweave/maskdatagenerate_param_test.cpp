@@ -76,10 +76,10 @@ TEST(MaskDataGenerateParam, EveryMaskLineBelongsToOneItem)
     for (int color = 0; color < 2; ++color) {
         for (int position = 0; position < 3; ++position) {
             for (int split = 0; split < 2; ++split) {
-                const std::uint8_t* first = ItemLines_First(job.param, {color, position, split});
+                const std::uint8_t* first = dotweave::ItemLines_First(job.param, {color, position, split});
                 for (int row = 0; row < 5; ++row) {
                     const std::ptrdiff_t at =
-                        first - job.block.MaskData() + row * ItemLines_Distance(job.param);
+                        first - job.block.MaskData() + row * dotweave::ItemLines_Distance(job.param);
                     for (std::ptrdiff_t byte = 0; byte < job.param.maskLineBytes; ++byte)
                         ++owners[static_cast<std::size_t>(at + byte)];
                 }
@@ -99,7 +99,7 @@ TEST(MaskDataGenerateParam, ALostItemLeavesItsOwnLinesBlankAndNoOthers)
         const std::ptrdiff_t at = (std::ptrdiff_t{5} * 10 + row * 2 + 1) * line;
         std::fill_n(expected.begin() + at, line, std::uint8_t{0});
     }
-    ItemLines_Clear(job.param, {1, 2, 1});
+    dotweave::ItemLines_Clear(job.param, {1, 2, 1});
     EXPECT_EQ(job.Bytes(), expected);
 }
 
@@ -112,10 +112,10 @@ TEST(MaskDataGenerateParam, TheFirstItemOfAPositionBlanksOneByteInEachOfItsPages
     ASSERT_EQ(job.param.maskBytes_OnePosition, 8704);
     std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0xFF});
     std::vector<std::uint8_t> expected = job.Bytes();
-    PositionPages_Touch(job.param, {1, 1, 1}); // not the first
-    PositionPages_Touch(job.param, {2, 0, 0}); // behind the end
+    dotweave::PositionPages_Touch(job.param, {1, 1, 1}); // not the first
+    dotweave::PositionPages_Touch(job.param, {2, 0, 0}); // behind the end
     EXPECT_EQ(job.Bytes(), expected);
-    PositionPages_Touch(job.param, {1, 1, 0}); // the fifth position
+    dotweave::PositionPages_Touch(job.param, {1, 1, 0}); // the fifth position
     for (const std::size_t at : {0U, 4096U, 8192U})
         expected[std::size_t{4} * 8704 + at] = 0;
     EXPECT_EQ(job.Bytes(), expected);
@@ -127,7 +127,7 @@ TEST(MaskDataGenerateParam, PositionsOfOnePassAreLeftToTheirWorkers)
     mask.yRes = 1;
     SGeneratorJob job(mask);
     std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0xFF});
-    PositionPages_Touch(job.param, {0, 0, 0});
+    dotweave::PositionPages_Touch(job.param, {0, 0, 0});
     EXPECT_EQ(job.Bytes(), std::vector<std::uint8_t>(job.Bytes().size(), 0xFF));
 }
 

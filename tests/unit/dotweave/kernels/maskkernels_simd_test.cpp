@@ -22,6 +22,8 @@ using namespace dotweave;
 
 namespace {
 
+using namespace dotweave;
+
 constexpr std::uint8_t UNTOUCHED = 0xAA;
 constexpr std::size_t MARGIN = 64;
 

@@ -11,6 +11,8 @@
 
 namespace {
 
+using namespace dotweave;
+
 constexpr std::uint8_t UNTOUCHED = 0xA5;
 
 /// One cut: a plane, a table and a block, with the numbers that choose the region.
