@@ -1,10 +1,8 @@
 // Cut tables of every builder, for any numbers within reason, held against what their builders promise.
 
+#include "cuttablebuilders.h"
 #include "cuttables.h"
 #include "fuzzing.h"
-#include "hardtables.h"
-#include "smooth2tables.h"
-#include "smooth3tables.h"
 
 #include <gtest/gtest.h>
 

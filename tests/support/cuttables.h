@@ -10,8 +10,8 @@
 #include <vector>
 
 /// @file
-/// Cut tables as the tests look at them: built between guard entries, read as ranges, held against the law
-/// that the rows of one image row share the threshold scale without gap or overlap.
+/// Cut tables as ranges, built between guard entries, and the laws that they follow, worked out without the
+/// library.
 
 /// The thresholds of one row, written as in print: (lower, upper].
 struct SRange {
@@ -27,10 +27,11 @@ struct SRange {
 
 using CRanges = std::vector<SRange>;
 
-/// What an entry holds before a builder reaches it: an empty range that no builder makes.
+/// What an entry is before a builder writes it: an empty range that no builder makes.
 inline constexpr SRange UNWRITTEN = {54321, 12345};
 
-/// Fills a table of `count` entries by `build(SCutTable*)` and fails when entries before or behind it change.
+/// Fills a table of `count` entries by `build(SCutTable*)`. Fails when an entry before or after the table
+/// changes.
 template <typename TBuild>
 CRanges BuiltRanges(int count, TBuild build)
 {
@@ -42,9 +43,9 @@ CRanges BuiltRanges(int count, TBuild build)
     for (const SCutTable& entry : entries)
         ranges.push_back({entry.lowerLimit, entry.upperLimit});
     EXPECT_EQ(CRanges(ranges.begin(), ranges.begin() + GUARD_COUNT), CRanges(GUARD_COUNT, UNWRITTEN))
-        << "written in front of the table";
+        << "written before the table";
     EXPECT_EQ(CRanges(ranges.end() - GUARD_COUNT, ranges.end()), CRanges(GUARD_COUNT, UNWRITTEN))
-        << "written behind the table";
+        << "written after the table";
     return {ranges.begin() + GUARD_COUNT, ranges.end() - GUARD_COUNT};
 }
 
@@ -65,7 +66,8 @@ inline CRanges RowsOneStepApart(const CRanges& table, int first, int step)
     return rows;
 }
 
-/// Whether the ranges print every threshold of (0, level] once and no other one. Empty ranges print nothing.
+/// Succeeds when the ranges print every threshold of (0, level] once and no other. Empty ranges print
+/// nothing.
 inline testing::AssertionResult Tiles(CRanges ranges, int level)
 {
     const CRanges asGiven = ranges;
@@ -78,7 +80,7 @@ inline testing::AssertionResult Tiles(CRanges ranges, int level)
     for (const SRange& range : ranges) {
         if (range.lower != reached)
             return testing::AssertionFailure()
-                   << range << " does not follow on " << reached << " in " << testing::PrintToString(asGiven);
+                   << range << " does not start at " << reached << " in " << testing::PrintToString(asGiven);
         reached = range.upper;
     }
     if (reached != level)
@@ -106,8 +108,8 @@ inline CRanges PassZones(int passCount, int rowsPerPass)
     return zones;
 }
 
-/// Zones of `rowsPerPass` rows whose passes form groups, each of which shares the scale; the last group takes the
-/// passes left over.
+/// Zones of `rowsPerPass` rows whose passes form groups, each of which shares the scale; the last group takes
+/// the passes left over.
 inline CRanges HardZones(int basePass, int colorTimes, int rowsPerPass)
 {
     CRanges zones;
@@ -120,9 +122,8 @@ inline CRanges HardZones(int basePass, int colorTimes, int rowsPerPass)
     return zones;
 }
 
-/// Rows that slide from the level down to 0, by the linear formula: row r prints up to (rows - r) / (m + 1) of the
-/// level and above (m - r) / (m + 1) of it, cut off at both ends, where m = rows - step.
-/// @param rows  at least `step`
+/// Rows that slide from the level down to 0, by the linear formula: row r prints up to (rows - r) / (m + 1)
+/// of the level and above (m - r) / (m + 1) of it, cut off at both ends, where m = rows - step.
 inline CRanges RampByFormula(int rows, int step, int level)
 {
     CRanges ramp;
@@ -131,4 +132,47 @@ inline CRanges RampByFormula(int rows, int step, int level)
         ramp.push_back(
             {r < m ? (m - r) * level / (m + 1) : 0, r < step ? level : (rows - r) * level / (m + 1)});
     return ramp;
+}
+
+/// Smooth-2 zones as they lie on the head: basePass + 1 feather zones that share one ramp, a pass zone
+/// between each two of them.
+inline CRanges Smooth2Zones(int basePass, int colorTimes, int featherRows, int passRows)
+{
+    const CRanges ramp = RampByFormula((basePass + 1) * featherRows, featherRows, 65535);
+    const CRanges passes = HardZones(basePass, colorTimes, passRows);
+    CRanges zones = RowsFrom(ramp, 0, featherRows);
+    for (int pass = 0; pass < basePass; ++pass) {
+        for (const CRanges& zone : {RowsFrom(passes, pass * passRows, passRows),
+                                    RowsFrom(ramp, (pass + 1) * featherRows, featherRows)})
+            zones.insert(zones.end(), zone.begin(), zone.end());
+    }
+    return zones;
+}
+
+/// How a range takes its new place when it is widened.
+enum class EPlace { Whole, PushedUp, CentredLow, CentredHigh, PushedDown };
+
+struct SWidened {
+    SRange range;
+    EPlace place;
+};
+
+/// The widening on paper: the new width around the old centre, moved back onto the scale at either end. Both
+/// halves are rounded down. From 32767 on the upper bound is found first, below it the lower bound.
+inline SWidened WidenedByHand(const SRange& range, int times)
+{
+    const int width = (range.upper - range.lower) * times;
+    if (width >= 65535)
+        return {{0, 65535}, EPlace::Whole};
+    const int centre = (range.lower + range.upper) / 2;
+    if (centre >= 32767) {
+        const int upper = centre + width / 2;
+        if (upper > 65535)
+            return {{65535 - width, 65535}, EPlace::PushedDown};
+        return {{upper - width, upper}, EPlace::CentredHigh};
+    }
+    const int lower = centre - width / 2;
+    if (lower < 0)
+        return {{0, width}, EPlace::PushedUp};
+    return {{lower, lower + width}, EPlace::CentredLow};
 }

@@ -1,148 +1,81 @@
 #include "dotweave/maskdata_base.h"
 
+#include "cuttablebuilders.h"
 #include "cuttables.h"
-#include "logcapture.h"
-#include "smooth3tables.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <set>
 
 namespace {
 
+constexpr int LEVEL_PERCENTS[] = {0, 1, 33, 50, 99, 100};
+
 /// Six rows that slide down the scale two by two, in fifths.
-CRanges SixRows()
-{
-    return {{52428, 65535}, {39321, 65535}, {26214, 52428}, {13107, 39321}, {0, 26214}, {0, 13107}};
-}
+const CRanges SIX_ROWS = {{52428, 65535}, {39321, 65535}, {26214, 52428},
+                          {13107, 39321}, {0, 26214},     {0, 13107}};
 
 } // namespace
 
-// ---- colour once, style 1
+// ---- printed once, style 1
 
-TEST(CutTableSmooth3, SixRowsInStepsOfTwoShareTheScaleInFifths)
+TEST(CutTableSmooth3, SixRowsShareTheLevelInFifthsAsWorkedByHand)
 {
-    EXPECT_EQ(OnceStyle1(6, 2, 100), SixRows());
-}
-
-TEST(CutTableSmooth3, SixRowsAtHalfTheLevelShareTheLowerHalfInFifths)
-{
+    EXPECT_EQ(OnceStyle1(6, 2, 100), SIX_ROWS);
     EXPECT_EQ(
         OnceStyle1(6, 2, 50),
         (CRanges{{26213, 32767}, {19660, 32767}, {13106, 26213}, {6553, 19660}, {0, 13106}, {0, 6553}}));
 }
 
-TEST(CutTableSmooth3, RowsOneStepApartTileTheScaleUpToTheLevel)
+TEST(CutTableSmooth3, RowsOneStepApartTileTheScaleToTheLevel)
 {
-    for (int step = 1; step <= 24; ++step) {
-        for (int rows = step; rows <= 5 * step; ++rows) {
-            for (const int percent : SMOOTH_3_LEVEL_PERCENTS) {
-                SCOPED_TRACE(testing::Message()
-                             << rows << " rows, step " << step << ", level " << percent << '%');
+    for (int step = 1; step <= 24; ++step)
+        for (int rows = 0; rows <= 5 * step; ++rows)
+            for (const int percent : LEVEL_PERCENTS) {
+                SCOPED_TRACE(testing::Message() << rows << " rows, step " << step << ", " << percent << '%');
                 const CRanges table = OnceStyle1(rows, step, percent);
-                for (int first = 0; first < step; ++first)
+                ASSERT_EQ(table, RampByFormula(rows, step, percent * 65535 / 100));
+                for (int first = 0; first < std::min(step, rows); ++first)
                     ASSERT_TRUE(Tiles(RowsOneStepApart(table, first, step), percent * 65535 / 100)) << first;
             }
-        }
-    }
 }
 
-TEST(CutTableSmooth3, PrintsNothingAboveItsLevel)
+TEST(CutTableSmooth3, EveryLevelIsThatPercentageOfTheScale)
 {
-    for (int percent = 0; percent <= 100; ++percent) {
-        const int level = percent * 65535 / 100;
-        int highest = 0;
-        for (const SRange& range : OnceStyle1(37, 9, percent))
-            highest = std::max(highest, range.upper);
-        EXPECT_EQ(highest, level) << percent;
-    }
-    EXPECT_EQ(OnceStyle1(5, 5, 50).front().upper, 32767);
-    EXPECT_EQ(OnceStyle1(5, 5, 100).front().upper, 65535);
+    for (int percent = 0; percent <= 100; ++percent)
+        EXPECT_EQ(OnceStyle1(1, 1, percent), (CRanges{{0, percent * 65535 / 100}}));
 }
 
-TEST(CutTableSmooth3, GivesEveryRowTheWholeLevelWhenTheBandIsOneStep)
-{
-    for (int rows = 1; rows <= 24; ++rows)
-        for (const int percent : SMOOTH_3_LEVEL_PERCENTS)
-            EXPECT_EQ(OnceStyle1(rows, rows, percent),
-                      CRanges(static_cast<std::size_t>(rows), SRange{0, percent * 65535 / 100}));
-}
+// ---- printed several times, style 1
 
-TEST(CutTableSmooth3, StaysInsideABandShorterThanItsStep)
-{
-    for (int step = 1; step <= 12; ++step) // the guards around the table see a write in front of it
-        for (int rows = 0; rows < step; ++rows)
-            EXPECT_EQ(OnceStyle1(rows, step, 100), CRanges(static_cast<std::size_t>(rows), SRange{0, 65535}));
-}
-
-TEST(CutTableSmooth3, MemberFormReadsStepAndLevelOfTheObject)
-{
-    CRampMask ramp(4, 3, 5, 33); // the times of printing are not read
-    const CRanges table = BuiltRanges(21, [&](SCutTable* entries) {
-        EXPECT_TRUE(ramp.m_mask.CreateCutTable_Smooth_3_ColorOneTimes(entries, 21));
-    });
-    EXPECT_EQ(table, OnceStyle1(21, 5, 33));
-}
-
-TEST(CutTableSmooth3, FamilyChoosesByTheTimesOfPrinting)
-{
-    const CLogCapture log;
-    for (int times = 1; times <= 4; ++times) {
-        CRampMask ramp(4, times, 5, 100);
-        const CRanges table = BuiltRanges(
-            22, [&](SCutTable* entries) { EXPECT_TRUE(ramp.m_mask.CreateCutTable_Smooth_3(entries, 22)); });
-        EXPECT_EQ(table, times == 1 ? OnceStyle1(22, 5, 100) : MultipleStyle2(22, times, 5, 100)) << times;
-    }
-    EXPECT_TRUE(log.Records().empty());
-}
-
-// ---- colour several times, style 1
-
-TEST(CutTableSmooth3Groups, TwoHardZonesStandInFrontOfTheRamp)
+TEST(CutTableSmooth3Groups, HardGroupsPrecedeTheRamp)
 {
     const CRanges table = MultipleStyle1(10, 4, 2, 2, 100);
     EXPECT_EQ(RowsFrom(table, 0, 4), (CRanges{{0, 32767}, {0, 32767}, {32767, 65535}, {32767, 65535}}));
-    EXPECT_EQ(RowsFrom(table, 4, 6), SixRows());
-}
-
-TEST(CutTableSmooth3Groups, EveryGroupTilesTheScaleAndTheRampItsLevel)
-{
-    for (int passes = 1; passes <= 9; ++passes) {
-        for (int times = 1; times <= passes + 1; ++times) {
-            for (const int step : {1, 2, 3, 7}) {
-                for (const int extra : {0, 1, step, 2 * step + 1}) {
-                    for (const int percent : SMOOTH_3_LEVEL_PERCENTS) {
-                        const int n = passes * step + extra;
-                        SCOPED_TRACE(testing::Message()
-                                     << passes << " passes, " << times << " times, step " << step << ", " << n
-                                     << " rows, level " << percent << '%');
-                        const CRanges table = MultipleStyle1(n, passes, times, step, percent);
-                        const int groupRows = passes / times * step;
-                        for (int group = 0; groupRows > 0 && group < times - 1; ++group) {
-                            const CRanges rows = RowsFrom(table, group * groupRows, groupRows);
-                            ASSERT_EQ(rows, PassZones(passes / times, step));
-                            for (int first = 0; first < step; ++first)
-                                ASSERT_TRUE(Tiles(RowsOneStepApart(rows, first, step), 65535));
-                        }
-                        const int rampRows = n - (times - 1) * groupRows;
-                        const CRanges ramp = RowsFrom(table, n - rampRows, rampRows);
-                        ASSERT_EQ(ramp, OnceStyle1(rampRows, step, percent));
-                        for (int first = 0; first < step; ++first)
-                            ASSERT_TRUE(Tiles(RowsOneStepApart(ramp, first, step), percent * 65535 / 100));
+    EXPECT_EQ(RowsFrom(table, 4, 6), SIX_ROWS);
+    for (int passes = 1; passes <= 9; ++passes)
+        for (int times = 1; times <= passes + 1; ++times)
+            for (const int step : {1, 2, 3, 7})
+                for (const int extra : {0, 1, step, 2 * step + 1})
+                    for (const int percent : LEVEL_PERCENTS) {
+                        const int rows = passes * step + extra;
+                        const int groupPasses = passes / times;
+                        CRanges expected;
+                        for (int group = 0; group < times - 1; ++group)
+                            for (const SRange& range : PassZones(groupPasses, step))
+                                expected.push_back(range);
+                        for (const SRange& range : RampByFormula(rows - (times - 1) * groupPasses * step,
+                                                                 step, percent * 65535 / 100))
+                            expected.push_back(range);
+                        ASSERT_EQ(MultipleStyle1(rows, passes, times, step, percent), expected)
+                            << passes << " passes, " << times << " times, step " << step << ", " << rows
+                            << " rows, level " << percent << '%';
                     }
-                }
-            }
-        }
-    }
 }
 
-TEST(CutTableSmooth3Groups, PrintedOnceIsTheRampAlone)
-{
-    EXPECT_EQ(MultipleStyle1(23, 4, 1, 5, 99), OnceStyle1(23, 5, 99));
-}
-
-// ---- colour once, style 2
+// ---- printed once, style 2
 
 TEST(CutTableSmooth3Zones, EightyRowsInStepsOfThirtyAsWorkedByHand)
 {
@@ -154,42 +87,53 @@ TEST(CutTableSmooth3Zones, EightyRowsInStepsOfThirtyAsWorkedByHand)
         EXPECT_EQ(table[row], row % 30 < 20 ? thirds[row / 30] : halves[row / 30]) << row;
 }
 
-TEST(CutTableSmooth3Zones, RowsOfEveryImageRowShareTheScaleInOrder)
-{
-    for (int step = 1; step <= 30; ++step) {
-        for (int n = 0; n <= 80; ++n) {
-            SCOPED_TRACE(testing::Message() << n << " rows in steps of " << step);
-            const CRanges table = OnceStyle2(n, step);
-            ASSERT_EQ(std::count(table.begin(), table.end(), UNWRITTEN), 0);
-            for (int first = 0; first < std::min(step, n); ++first) {
-                const CRanges rows = RowsOneStepApart(table, first, step);
-                ASSERT_TRUE(Tiles(rows, 65535)) << "from row " << first;
-                // as many equal shares as rows print this image row, from the bottom of the scale up
-                ASSERT_EQ(rows, PassZones(static_cast<int>(rows.size()), 1)) << "from row " << first;
-            }
-        }
-    }
-}
-
-TEST(CutTableSmooth3Zones, IsTheHardEdgedTableForAMultipleOfTheStep)
+TEST(CutTableSmooth3Zones, RowsOfAnImageRowShareTheScaleEvenly)
 {
     for (int step = 1; step <= 30; ++step)
-        for (int passes = 1; passes <= 12; ++passes)
-            EXPECT_EQ(OnceStyle2(passes * step, step), PassZones(passes, step))
-                << passes << " times " << step;
+        for (int rows = 0; rows <= 12 * step && rows <= 120; ++rows) {
+            const CRanges table = OnceStyle2(rows, step);
+            for (int first = 0; first < std::min(step, rows); ++first) {
+                const CRanges shares = RowsOneStepApart(table, first, step);
+                ASSERT_EQ(shares, PassZones(static_cast<int>(shares.size()), 1))
+                    << rows << " rows in steps of " << step << ", from row " << first;
+            }
+        }
 }
 
-TEST(CutTableSmooth3Zones, ABandShorterThanItsStepIsPrintedWhole)
+// ---- printed several times, style 2
+
+TEST(CutTableSmooth3Widened, RowsPrintedMoreOftenAsWorkedByHand)
 {
-    for (int n = 1; n < 20; ++n)
-        EXPECT_EQ(OnceStyle2(n, 20), CRanges(static_cast<std::size_t>(n), SRange{0, 65535})) << n;
+    EXPECT_EQ(MultipleStyle2(6, 2, 2, 100),
+              (CRanges{{39321, 65535}, {13107, 65535}, {13107, 65535}, {0, 52428}, {0, 52428}, {0, 26214}}));
+    EXPECT_EQ(MultipleStyle2(6, 5, 2, 100), CRanges(6, SRange{0, 65535})); // 13107 * 5 is the whole scale
+    EXPECT_EQ(MultipleStyle2(6, 32768, 2, 100), CRanges(6, SRange{0, 65535}));
+    // (26213, 32767] twice as wide around 29490 rises above the level of the ramp
+    EXPECT_EQ(MultipleStyle2(6, 2, 2, 50).front(), (SRange{22936, 36044}));
+    // Row 5 of 11 prints (26214, 39321], centre 32767. Three times its width is 39321: down from 32767 +
+    // 19660. Up from 32767 - 19660 it would be (13107, 52428].
+    EXPECT_EQ(MultipleStyle2(11, 3, 2, 100)[5], (SRange{13106, 52427}));
 }
 
-TEST(CutTableSmooth3Zones, SaysNothingOnAGoodPath)
+TEST(CutTableSmooth3Widened, IsTheRampWidenedRowByRow)
 {
-    const CLogCapture log;
-    OnceStyle2(77, 13);
-    MultipleStyle1(40, 5, 2, 6, 50);
-    MultipleStyle2(40, 3, 6, 50);
-    EXPECT_TRUE(log.Records().empty());
+    std::set<EPlace> places;
+    std::set<int> centres;
+    for (const int percent : {0, 1, 33, 50, 75, 99, 100})
+        for (int rows = 1; rows <= 48; ++rows)
+            for (int step = 1; step <= rows; step += 1 + step / 4) {
+                const CRanges ramp = OnceStyle1(rows, step, percent);
+                for (int times = 0; times <= 8; ++times) {
+                    const CRanges table = MultipleStyle2(rows, times, step, percent);
+                    for (std::size_t row = 0; row < table.size(); ++row) {
+                        const SWidened expected = WidenedByHand(ramp[row], times);
+                        ASSERT_EQ(table[row], expected.range)
+                            << ramp[row] << " widened " << times << " times";
+                        places.insert(expected.place);
+                        centres.insert((ramp[row].lower + ramp[row].upper) / 2);
+                    }
+                }
+            }
+    EXPECT_EQ(places.size(), 5U) << "the sweep must meet every way a range can take its place";
+    EXPECT_EQ(centres.count(32766) + centres.count(32767), 2U) << "and both sides of the middle";
 }

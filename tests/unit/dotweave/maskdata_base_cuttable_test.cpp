@@ -1,5 +1,6 @@
 #include "dotweave/maskdata_base.h"
 
+#include "cuttablebuilders.h"
 #include "cuttables.h"
 #include "logcapture.h"
 #include "logscopes.h"
@@ -7,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -15,196 +17,115 @@
 
 namespace {
 
-constexpr int STEP_ROWS = 5;
-constexpr int PASSES = 4;
-constexpr int FEATHER_ROWS = 2;
-constexpr int LEVEL_PERCENT = 77;
-constexpr int HARD_ROWS = PASSES * STEP_ROWS;                    // what the hard-edged table fills
-constexpr int SMOOTH_2_ROWS = PASSES * STEP_ROWS + FEATHER_ROWS; // what the smooth-2 table fills
+constexpr int LOWEST = std::numeric_limits<int>::min();
+constexpr int HIGHEST = std::numeric_limits<int>::max();
 
-/// A mask object with a layout that every builder can fill, each with a table of its own.
-CMaskData_Base Mask(int featherMode, int featherNozzleType, int colorTimes)
+constexpr SBand BAND = {.basePass = 4, .stepRows = 5, .levelPercent = 77, .featherRows = 2, .passRows = 3};
+constexpr int HARD_ROWS = 4 * 5;
+constexpr int SMOOTH_2_ROWS = HARD_ROWS + 2;
+
+SBand Printed(int times)
 {
-    CMaskData_Base mask; // copies share nothing: no step arrays, no mask bytes
-    SMaskData_Base_Peek peek = {mask};
-    peek.Current().featherMode = featherMode;
-    peek.Current().featherNozzleType = featherNozzleType;
-    peek.Current().colorTimes = colorTimes;
-    peek.Current().basePass = PASSES;
-    peek.Current().featherLevelPercent = LEVEL_PERCENT;
-    peek.StepHeight_NoneRes() = STEP_ROWS;
-    peek.MaskHeight_NoneRes() = SMOOTH_2_ROWS;
-    peek.Smooth2FeatherHeight() = FEATHER_ROWS;
-    peek.Smooth2FeatherHeightTotal() = FEATHER_ROWS * (PASSES + 1);
-    peek.Smooth2PassHeight() = STEP_ROWS - FEATHER_ROWS;
-    peek.Smooth2PassHeightTotal() = (STEP_ROWS - FEATHER_ROWS) * PASSES;
-    return mask;
+    SBand band = BAND;
+    band.colorTimes = times;
+    return band;
 }
 
-/// What the dispatcher leaves in a table of `rows` entries when it is told `count`.
-struct SDispatch {
-    bool isBuilt;
-    CRanges ranges;
-    std::vector<SLogRecord> records;
-};
-
-SDispatch Dispatch(CMaskData_Base mask, int rows, int count)
+SBuilt Dispatch(int featherMode, int featherNozzleType, int times, int rows, int count)
 {
-    const CLogCapture log;
-    SDispatch result = {};
-    result.ranges =
-        BuiltRanges(rows, [&](SCutTable* table) { result.isBuilt = mask.CreateCutTable(table, count); });
-    result.records = log.Records();
-    return result;
+    CMaskData_Base mask;
+    Band_Set(mask, Printed(times));
+    SMaskData_Base_Peek{mask}.Current().featherMode = featherMode;
+    SMaskData_Base_Peek{mask}.Current().featherNozzleType = featherNozzleType;
+    return Table_Build(mask, rows, &CMaskData_Base::CreateCutTable, count);
 }
 
-/// A table of `rows` entries as one builder, called by name, leaves it.
-template <typename TBuild>
-CRanges By(CMaskData_Base mask, int rows, TBuild build)
+SBuilt Refused(const std::string& member, int value)
 {
-    return BuiltRanges(rows, [&](SCutTable* table) { EXPECT_TRUE(build(mask, table)); });
+    return {false,
+            CRanges(SMOOTH_2_ROWS, UNWRITTEN),
+            {FailureValue(UNIT_MASK, SCOPE_CUT_TABLE,
+                          "m_maskParam_Current." + member + " = " + std::to_string(value))}};
 }
 
-SLogRecord Refusal(const std::string& member, int value)
+/// The smooth-3 ramp of the band, widened when it is printed other than once.
+CRanges Smooth3Rows(int times, int count)
 {
-    return {SCOPE_CUT_TABLE, "maskdata_base", LINE_ANY, 2,
-            "m_maskParam_Current." + member + " = " + std::to_string(value)};
+    CRanges rows = RampByFormula(count, BAND.stepRows, 77 * 65535 / 100);
+    if (times != 1)
+        std::transform(rows.begin(), rows.end(), rows.begin(),
+                       [times](const SRange& range) { return WidenedByHand(range, times).range; });
+    return rows;
 }
-
-constexpr int INT_LOWEST = std::numeric_limits<int>::min();
-constexpr int INT_HIGHEST = std::numeric_limits<int>::max();
 
 } // namespace
 
 static_assert(std::is_same_v<decltype(SCutTable::upperLimit), std::uint16_t>);
 static_assert(std::is_same_v<decltype(SCutTable::lowerLimit), std::uint16_t>);
 
-TEST(CutTableDispatch, HardEdgesPrintedOnceWhateverTheNozzleTypeIs)
+TEST(CutTableDispatch, HardEdgesReadNeitherNozzleTypeNorCount)
 {
-    for (const int type : {1, 2, 3, 4, 0, 5, -1, INT_LOWEST, INT_HIGHEST}) {
-        const SDispatch dispatch = Dispatch(Mask(0, type, 1), HARD_ROWS, HARD_ROWS);
-        EXPECT_TRUE(dispatch.isBuilt) << type;
-        EXPECT_EQ(dispatch.ranges, PassZones(PASSES, STEP_ROWS)) << type;
-        EXPECT_TRUE(dispatch.records.empty()) << type;
-    }
+    for (const int type : {1, 2, 3, 4, 0, 5, -1, LOWEST, HIGHEST})
+        for (int times = 1; times <= 5; ++times)
+            for (const int count : {HARD_ROWS, LOWEST, 0, HIGHEST})
+                EXPECT_EQ(Dispatch(0, type, times, HARD_ROWS, count),
+                          (SBuilt{true, HardZones(4, times, BAND.stepRows)}))
+                    << type << ", " << times << " times, count " << count;
 }
 
-TEST(CutTableDispatch, HardEdgesPrintedSeveralTimesWhateverTheNozzleTypeIs)
+TEST(CutTableDispatch, HardEdgesFailWithTheRecordOfTheirBuilder)
 {
-    CRanges halvesTwice = PassZones(2, STEP_ROWS);
-    for (const SRange& range : PassZones(2, STEP_ROWS))
-        halvesTwice.push_back(range);
-    for (const int type : {1, 2, 3, 4, 0, 5, -1}) {
-        const SDispatch dispatch = Dispatch(Mask(0, type, 2), HARD_ROWS, HARD_ROWS);
-        EXPECT_TRUE(dispatch.isBuilt) << type;
-        EXPECT_EQ(dispatch.ranges, halvesTwice) << type;
-        EXPECT_TRUE(dispatch.records.empty()) << type;
-    }
+    for (const int times : {0, -1, LOWEST})
+        EXPECT_EQ(
+            Dispatch(0, 1, times, HARD_ROWS, HARD_ROWS),
+            (SBuilt{false, CRanges(HARD_ROWS, UNWRITTEN), {Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)}}));
 }
 
-TEST(CutTableDispatch, HardEdgesDoNotReadTheCount)
-{
-    for (const int times : {1, 2, 3}) {
-        const SDispatch expected = Dispatch(Mask(0, 1, times), HARD_ROWS, HARD_ROWS);
-        for (const int count : {INT_LOWEST, -1, 0, 1, 7, INT_HIGHEST})
-            EXPECT_EQ(Dispatch(Mask(0, 1, times), HARD_ROWS, count).ranges, expected.ranges) << count;
-    }
-}
-
-TEST(CutTableDispatch, HardEdgesPassOnTheFailureOfTheirBuilder)
-{
-    for (const int times : {0, -1, INT_LOWEST}) {
-        const SDispatch dispatch = Dispatch(Mask(0, 1, times), HARD_ROWS, HARD_ROWS);
-        EXPECT_FALSE(dispatch.isBuilt) << times;
-        EXPECT_EQ(dispatch.records, std::vector<SLogRecord>{Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)})
-            << times;
-    }
-}
-
-TEST(CutTableDispatch, Smooth2BuildsZonesForAnyTimesOfPrintingAndAnyCount)
-{
-    for (const int times : {1, 2, 3, 4}) {
-        const CRanges expected =
-            By(Mask(1, 1, times), SMOOTH_2_ROWS, [](CMaskData_Base& mask, SCutTable* table) {
-                return mask.CreateCutTable_Smooth_2(table, SMOOTH_2_ROWS);
-            });
-        EXPECT_EQ(expected[0].upper, 65535);        // feather zone 0 starts at the top of the scale
-        EXPECT_EQ(expected[FEATHER_ROWS].lower, 0); // pass zone 0 at its bottom
-        for (const int count : {SMOOTH_2_ROWS, 0, -3, INT_HIGHEST}) {
-            const SDispatch dispatch = Dispatch(Mask(1, 1, times), SMOOTH_2_ROWS, count);
-            EXPECT_TRUE(dispatch.isBuilt);
-            EXPECT_EQ(dispatch.ranges, expected) << times << " times, count " << count;
-            EXPECT_TRUE(dispatch.records.empty());
-        }
-    }
-}
-
-TEST(CutTableDispatch, Smooth3PrintedOnceRampsOverAsManyRowsAsItIsTold)
-{
-    for (const int type : {2, 3}) {
-        for (const int count : {STEP_ROWS, STEP_ROWS + 1, SMOOTH_2_ROWS, 40}) {
-            const SDispatch dispatch = Dispatch(Mask(1, type, 1), count, count);
-            EXPECT_TRUE(dispatch.isBuilt);
-            EXPECT_TRUE(dispatch.records.empty());
-            EXPECT_EQ(dispatch.ranges, By(Mask(1, type, 1), count, [&](CMaskData_Base&, SCutTable* table) {
-                          return CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_1(
-                              table, count, STEP_ROWS, LEVEL_PERCENT);
-                      }));
-            for (int first = 0; first < STEP_ROWS; ++first)
-                EXPECT_TRUE(Tiles(RowsOneStepApart(dispatch.ranges, first, STEP_ROWS), 77 * 65535 / 100));
-        }
-    }
-}
-
-TEST(CutTableDispatch, Smooth3PrintedSeveralTimesWidensTheRampItIsTold)
-{
-    for (const int type : {2, 3}) {
-        for (const int times : {2, 3, 0, -1}) {
-            for (const int count : {STEP_ROWS, SMOOTH_2_ROWS, 40}) {
-                const SDispatch dispatch = Dispatch(Mask(1, type, times), count, count);
-                EXPECT_TRUE(dispatch.isBuilt);
-                EXPECT_TRUE(dispatch.records.empty());
-                EXPECT_EQ(dispatch.ranges,
-                          By(Mask(1, type, times), count, [&](CMaskData_Base& mask, SCutTable* table) {
-                              return mask.CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(table, count);
-                          }));
-            }
-        }
-    }
-}
-
-TEST(CutTableDispatch, BuildsBothSmooth3TypesAlike)
+TEST(CutTableDispatch, Smooth2BuildsZonesWhateverTheCount)
 {
     for (int times = 1; times <= 4; ++times)
-        EXPECT_EQ(Dispatch(Mask(1, 2, times), 33, 33).ranges, Dispatch(Mask(1, 3, times), 33, 33).ranges)
-            << times;
+        for (const int count : {SMOOTH_2_ROWS, 0, -3, HIGHEST})
+            EXPECT_EQ(Dispatch(1, 1, times, SMOOTH_2_ROWS, count),
+                      (SBuilt{true, Smooth2Zones(4, times, BAND.featherRows, BAND.passRows)}))
+                << times << " times, count " << count;
 }
 
-TEST(CutTableDispatch, RefusesTheReservedTypeWithoutARecord)
+TEST(CutTableDispatch, BothSmooth3TypesRampOverTheCount)
 {
-    for (const int times : {1, 2, 0}) {
-        const SDispatch dispatch = Dispatch(Mask(1, 4, times), SMOOTH_2_ROWS, SMOOTH_2_ROWS);
-        EXPECT_FALSE(dispatch.isBuilt);
-        EXPECT_TRUE(dispatch.records.empty());
-    }
+    for (const int type : {2, 3})
+        for (const int times : {0, 1, 2, 3, 4})
+            for (const int count : {BAND.stepRows, SMOOTH_2_ROWS, 40})
+                EXPECT_EQ(Dispatch(1, type, times, count, count), (SBuilt{true, Smooth3Rows(times, count)}))
+                    << type << ", " << times << " times, count " << count;
 }
 
-TEST(CutTableDispatch, RefusesAnUnknownNozzleTypeByItsValue)
+TEST(CutTableDispatch, UnknownModesAndTypesAreRefusedByValue)
 {
-    for (const int type : {0, 5, 6, -1, INT_LOWEST, INT_HIGHEST}) {
-        const SDispatch dispatch = Dispatch(Mask(1, type, 1), SMOOTH_2_ROWS, SMOOTH_2_ROWS);
-        EXPECT_FALSE(dispatch.isBuilt) << type;
-        EXPECT_EQ(dispatch.records, std::vector<SLogRecord>{Refusal("featherNozzleType", type)});
+    const auto refusal = [](int mode, int type) {
+        return Dispatch(mode, type, 1, SMOOTH_2_ROWS, SMOOTH_2_ROWS);
+    };
+    for (const int value : {5, 6, -1, LOWEST, HIGHEST}) {
+        EXPECT_EQ(refusal(1, value), Refused("featherNozzleType", value));
+        for (const int type : {1, 2, 4, 9})
+            EXPECT_EQ(refusal(value, type), Refused("featherMode", value));
     }
+    EXPECT_EQ(refusal(1, 0), Refused("featherNozzleType", 0));
+    EXPECT_EQ(refusal(2, 1), Refused("featherMode", 2));
+    EXPECT_EQ(refusal(1, 4), (SBuilt{false, CRanges(SMOOTH_2_ROWS, UNWRITTEN)}))
+        << "reserved: without a record";
 }
 
-TEST(CutTableDispatch, RefusesAnUnknownFeatherModeByItsValueWhateverTheNozzleTypeIs)
+TEST(CutTableFamily, EachChoosesByTheTimesOfPrinting)
 {
-    for (const int mode : {2, 3, -1, INT_LOWEST, INT_HIGHEST}) {
-        for (const int type : {1, 2, 4, 9}) {
-            const SDispatch dispatch = Dispatch(Mask(mode, type, 1), SMOOTH_2_ROWS, SMOOTH_2_ROWS);
-            EXPECT_FALSE(dispatch.isBuilt) << mode;
-            EXPECT_EQ(dispatch.records, std::vector<SLogRecord>{Refusal("featherMode", mode)});
-        }
+    for (int times = 1; times <= 4; ++times) {
+        SCOPED_TRACE(times);
+        EXPECT_EQ(Table_Of(Printed(times), HARD_ROWS, &CMaskData_Base::CreateCutTable_FeatherNone, 2),
+                  HardZones(4, times, BAND.stepRows));
+        EXPECT_EQ(Table_Of(Printed(times), 33, &CMaskData_Base::CreateCutTable_Smooth_3, 33),
+                  Smooth3Rows(times, 33));
+        EXPECT_EQ(Table_Of(Printed(times), 33, &CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes, 33),
+                  Smooth3Rows(1, 33)); // by name: does not choose
     }
+    EXPECT_EQ(Table_Build(Printed(0), HARD_ROWS, &CMaskData_Base::CreateCutTable_FeatherNone, HARD_ROWS),
+              (SBuilt{false, CRanges(HARD_ROWS, UNWRITTEN), {Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)}}));
 }
