@@ -1,6 +1,6 @@
 # Runs all timings. Needs PROGRAM, OUT, COMPILER and FLAGS.
-# Medians over repetitions in random order, so that a spell of noise meets every benchmark alike. Real-time
-# priority keeps other programs off the processors where the user is allowed to ask for it.
+# Medians over repetitions in random order, so that a burst of noise affects every benchmark alike. Real-time
+# priority keeps other programs off the processors, where the user may ask for it.
 
 set(prefix "")
 set(priority "normal")

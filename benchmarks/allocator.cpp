@@ -6,8 +6,8 @@
 
 #include <malloc.h>
 
-static constexpr int REUSE_BYTES_MAX = 32 << 20; // the most that the C library takes
-static constexpr int KEPT_BYTES_MAX = 64 << 20;  // twice that, as the C library chooses it by itself
+static constexpr int REUSE_BYTES_MAX = 32 << 20; // the most that the C library accepts
+static constexpr int KEPT_BYTES_MAX = 64 << 20;  // twice that, as the C library would choose by itself
 static constexpr int FRESH_BYTES_MIN = 4 << 20;  // every block of W2's size, no threshold plane
 
 static bool Option_Set(int option, int bytes)
@@ -23,12 +23,12 @@ bool Allocator_Settle()
 CFreshMemory::CFreshMemory()
 {
     Option_Set(M_MMAP_THRESHOLD, FRESH_BYTES_MIN);
-    malloc_trim(0); // memory that is still at hand would be used before any new one
+    malloc_trim(0); // or memory that the C library kept would be used first
 }
 
 CFreshMemory::~CFreshMemory()
 {
-    static_cast<void>(Allocator_Settle()); // the program started with it
+    static_cast<void>(Allocator_Settle()); // succeeded when the program started
 }
 
 bool CFreshMemory::IsAvailable()

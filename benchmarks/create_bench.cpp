@@ -32,8 +32,8 @@ double Seconds(CClock::duration time)
     return std::chrono::duration<double>(time).count();
 }
 
-/// Time of one call; none when it fails. What the caller does before and after, such as freeing the
-/// mask, is left out.
+/// Time of one call, or nothing when it fails. What the caller does before and after, such as freeing the
+/// mask, is not timed.
 template <typename TWork>
 std::optional<CClock::duration> Timed(TWork work)
 {
@@ -49,7 +49,7 @@ std::size_t MaskBytes(const CMaskData_Base& mask)
            static_cast<std::size_t>(mask.MaskParam_Current().colorCount);
 }
 
-/// Items that the generator's producer hands out for a mask.
+/// Work items of a mask.
 int WorkItems(const CMaskData_Base& mask)
 {
     const SMaskParam param = mask.MaskParam_Current();
@@ -64,8 +64,8 @@ void Threads_LetLeave()
         boost::this_thread::yield();
 }
 
-/// Times a way to build a mask object, each time on a new one. Small masks are built several times for one figure,
-/// which is the median: the machine's own work, when it comes in between, takes longer than they do.
+/// Times a way to build a mask object, each time on a new object. Small masks are built several times, and
+/// the median counts, because the machine's own work takes longer than they do when it comes in between.
 template <typename TBuild>
 void Mask_Bench(benchmark::State& state, TBuild build)
 {
@@ -98,7 +98,7 @@ void Create_Bench(benchmark::State& state, const SMaskParam& param)
     Mask_Bench(state, [&](CMaskData_Base& mask) { return mask.Create(param); });
 }
 
-/// The whole mask on the calling thread with the plain loops. The modes split no resolution passes.
+/// The whole mask by the plain loops on the calling thread. None of the modes splits resolution passes.
 void OneThread_Bench(benchmark::State& state, const SMaskParam& param)
 {
     Mask_Bench(state, [&](CMaskData_Base& mask) {
@@ -110,7 +110,7 @@ void OneThread_Bench(benchmark::State& state, const SMaskParam& param)
     });
 }
 
-/// Create where no page of the mask has been touched before.
+/// Create in memory of which no page has been touched before.
 void Fresh_Bench(benchmark::State& state, const SMaskParam& param)
 {
     const CFreshMemory fresh;
@@ -123,7 +123,7 @@ void Fresh_Bench(benchmark::State& state, const SMaskParam& param)
         state.SkipWithError("the mask did not come from fresh memory");
 }
 
-/// What it costs to have as many zeros from the operating system as the mask has bytes.
+/// What the operating system takes for as many zeros as the mask has bytes.
 void Zeroed_Bench(benchmark::State& state, const SMaskParam& param)
 {
     std::size_t bytes = 0;
@@ -150,8 +150,8 @@ void Zeroed_Bench(benchmark::State& state, const SMaskParam& param)
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
 
-/// Making a listed mask the current one. Five are listed; asking for them in the order in which they were
-/// made finds each at the front, where it has waited longest.
+/// Making a listed mask the current one. Five are listed. The loop asks for them in the order in which they
+/// were made, so each is at the front of the list, where it was least recently used.
 void StorageHit_Bench(benchmark::State& state, const SMaskParam& param)
 {
     std::array<SMaskParam, 5> listed = {};
@@ -178,9 +178,9 @@ void FinishTail_Bench(benchmark::State& state, const SMaskParam& param)
         state.SetIterationTime(tail.Measure().count());
 }
 
-/// Starts as many threads as a generator has, lets them be there at the same time without any work, and sees
-/// them end: what a creation costs before the first threshold is looked at. The threads stay awake meanwhile;
-/// asleep they would cost more to wake than they keep from the caller.
+/// Starts as many threads as a generator has, keeps them all running without any work, and joins them. This
+/// is what a creation costs before it reads the first threshold. The threads stay awake, because waking them
+/// would cost more than they take from the caller.
 void IdleThreads_Bench(benchmark::State& state)
 {
     boost::thread::attributes attributes;

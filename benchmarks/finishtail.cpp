@@ -46,7 +46,7 @@ std::chrono::duration<double> CFinishTail::Measure()
     if (!generator.Create(m_param, 0))
         throw std::runtime_error("the generator does not start");
     const auto& work = *SMaskDataGenerator_Peek{generator}.QueueBuffer()->m_queue_Work;
-    // Deliberately without a yield: who gives the processor away sees the flag late.
+    // Deliberately without a yield: a thread that gives the processor away sees the flag late.
     while (!work.AddFinished_Get()) {
     }
     const auto start = std::chrono::steady_clock::now();

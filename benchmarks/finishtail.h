@@ -9,7 +9,7 @@
 #include <chrono>
 #include <vector>
 
-/// The end of a creation: how long the caller still waits once the last work item has been handed out. Drives
+/// The end of a creation: how long the caller still waits after the last work item has been handed out. Runs
 /// the generator as the mask object does.
 class CFinishTail {
 public:
@@ -20,7 +20,7 @@ public:
     ~CFinishTail() = default;
 
     /// Runs the generator once.
-    /// @return from the producer's announcement that no item follows to the return of the wait for the end
+    /// @return time from the producer's flag that no item follows until the wait for the end returns
     /// @throws std::runtime_error when the generator fails
     std::chrono::duration<double> Measure();
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// One of the ways in which CWorkItem fills its lines.
+/// One of the members of CWorkItem that fill its lines.
 using CWay = void (CWorkItem::*)();
 
 void BytesProcessed_Set(benchmark::State& state, std::size_t bytes)
@@ -31,7 +31,7 @@ void Reference_Bench(benchmark::State& state, CWorkItem& item)
     BytesProcessed_Set(state, item.OutputBytes());
 }
 
-/// Times one way on one instruction set, after a look whether its bytes are those of the plain loops.
+/// Checks that one way gives the bytes of the plain loops on one instruction set, then times it.
 void Target_Bench(benchmark::State& state, CWorkItem& item, CWay way, std::int64_t target)
 {
     const CTargetChoice choice(target);

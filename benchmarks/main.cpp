@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The instruction sets that are timed, best first, for whoever reads the figures.
+/// The instruction sets that are timed, best first, for the reader of the figures.
 std::string TargetNames()
 {
     std::string names;

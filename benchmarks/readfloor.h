@@ -4,10 +4,10 @@
 #include <cstdint>
 
 /// @file
-/// The least that any cut has to do: to read the thresholds.
+/// The least that any cut has to do: reading the thresholds.
 
-/// Sum of thresholds modulo 65536, on the instruction set in use: nothing but loads and additions.
+/// Sum of thresholds modulo 65536, on the instruction set in use. Only loads and additions.
 std::uint16_t ReadFloor_Sum(const std::uint16_t* thresholds, std::size_t count);
 
-/// The instruction set that calls go to at the moment, as Highway's bit for it.
+/// The instruction set in use, as Highway's bit for it.
 std::int64_t ReadFloor_Target();

@@ -1,4 +1,4 @@
-// Compiled once per instruction set, as the kernels are. Includes no containers or algorithms.
+// Compiled once per instruction set, like the kernels. Includes no containers or algorithms.
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "readfloor_simd.cpp"
@@ -17,7 +17,7 @@ std::uint16_t Sum(const std::uint16_t* thresholds, std::size_t count)
 {
     const hn::ScalableTag<std::uint16_t> d;
     const std::size_t lanes = hn::Lanes(d);
-    // Four sums side by side: one alone would wait for its own last addition.
+    // Four sums in parallel: a single one would wait for its own last addition.
     auto sum0 = hn::Zero(d);
     auto sum1 = hn::Zero(d);
     auto sum2 = hn::Zero(d);

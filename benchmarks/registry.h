@@ -1,9 +1,9 @@
 #pragma once
 
 /// @file
-/// What each file of benchmarks adds to the program.
+/// The benchmarks of each file.
 
-/// One work item of every mode: the plain loops, the kernels per instruction set, and what memory allows.
+/// One work item of every mode: the plain loops, the kernels per instruction set, and what memory permits.
 void Kernels_Register();
-/// Whole mask objects, and what surrounds the kernels in them.
+/// Whole mask objects, and what they do besides the kernels.
 void Create_Register();

@@ -37,5 +37,5 @@ CTargetChoice::CTargetChoice(std::int64_t target)
 
 CTargetChoice::~CTargetChoice()
 {
-    Target_Choose(0); // whatever the processor has
+    Target_Choose(0); // back to all that the processor has
 }

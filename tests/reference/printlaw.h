@@ -13,8 +13,8 @@
 #include <vector>
 
 /// @file
-/// The law of every mask. The bands are laid on a sheet as the press lays them, each one step further down than
-/// the one before, and the prints of every pixel are counted.
+/// The law of every mask. The bands are laid on a sheet as the press lays them, each one step further down
+/// than the one before, and the prints of every pixel are counted.
 
 /// Prints of a pixel by its threshold and by its row within the step.
 using CLaw = std::function<int(int threshold, int rowInStep)>;

@@ -1,4 +1,5 @@
-// The print law of the sine edge. docs/cut-tables.md, "What the sine edge loses on the sheet", has the argument.
+// The print law of the sine edge. docs/cut-tables.md, "What the sine edge loses on the sheet", has the
+// argument.
 
 #include "dotweave/maskdata_base.h"
 
@@ -25,7 +26,8 @@ bool Holds(const SRange& range, int threshold)
     return range.lower < threshold && threshold <= range.upper;
 }
 
-/// The geometry of a sine mode, and its cut table by the formulas of the pages, not by the library's builders.
+/// The geometry of a sine mode, and its cut table by the formulas of the pages, not by the library's
+/// builders.
 struct SSineLayout {
     int height;
     int step;
@@ -38,7 +40,8 @@ struct SSineLayout {
           sineRows(Plain_SineRows(featherRows, WIDTH)), table(std::move(ranges))
     {}
 
-    /// Rows from a place in the band's first feather rows to the same place in its last. A multiple of the step.
+    /// Rows from a place in the band's first feather rows to the same place in its last. A multiple of the
+    /// step.
     [[nodiscard]] int Distance() const { return height - featherRows; }
     [[nodiscard]] const SRange& Range(int row) const { return table[static_cast<std::size_t>(row)]; }
     [[nodiscard]] bool IsHandedOver(int sineRow, int x) const
@@ -124,9 +127,10 @@ TEST_P(PrintLawSine, HandsOver)
     EXPECT_NEAR(100.0 * wrong.fewer / pixels, c.neverPercent, 0.005);
     EXPECT_NEAR(100.0 * wrong.more / pixels, c.twicePercent, 0.005);
 
-    // A pixel outside the curve has a share b of being the bottom row's to print. The top row prints it when the
-    // threshold Distance() rows away is in the range too: always where the matrix repeats in that distance, never
-    // where there is no other row, else with the chance b, the two thresholds having nothing to do with each other.
+    // A pixel outside the curve has a share b of being the bottom row's to print. The top row prints it when
+    // the threshold Distance() rows away is in the range too: always where the matrix repeats in that
+    // distance, never where there is no other row, else with the chance b, the two thresholds having nothing
+    // to do with each other.
     double expected = 0.0;
     for (int row = 0; row < c.layout.sineRows; ++row) {
         const double share = c.layout.BottomShare(row);

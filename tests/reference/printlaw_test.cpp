@@ -129,10 +129,11 @@ TEST_P(PrintLawStripes, RowsOfAStep)
     EXPECT_EQ(sheet.RowsOfAStepByPrints(), rowsByPrints);
 }
 
-// The table of docs/cut-tables.md, "Stripes". By hand, 544 rows, 4 passes, 50 percent: 204 rows for feathering, a fifth
-// of them is 40, step (544 - 40) / 4 = 126, zone 544 - 4 * 126 = 40. In 2 x 2 resolution passes the step is 124,
-// the zone 48. 120 rows: 45, 9, step 27, zone 12. Hard edges: step 544 / 3 = 181, 1 row over; 544 / 6 = 90, 4
-// over. 100 rows, 10 passes, 2 x 4 resolution passes: step 10 rounded to 8, 20 rows over, at most a step of them.
+// The table of docs/cut-tables.md, "Stripes". By hand, 544 rows, 4 passes, 50 percent: 204 rows for
+// feathering, a fifth of them is 40, step (544 - 40) / 4 = 126, zone 544 - 4 * 126 = 40. In 2 x 2 resolution
+// passes the step is 124, the zone 48. 120 rows: 45, 9, step 27, zone 12. Hard edges: step 544 / 3 = 181, 1
+// row over; 544 / 6 = 90, 4 over. 100 rows, 10 passes, 2 x 4 resolution passes: step 10 rounded to 8, 20 rows
+// over, at most a step of them.
 INSTANTIATE_TEST_SUITE_P(
     Modes, PrintLawStripes,
     testing::Values(SStripes{"HalfTwice", MaskParam_SmoothTwo(544, 4, 50.0F, 2), 40, 86},

@@ -32,8 +32,8 @@ CellFlags CellFlags_RandomHalf(int cellCount, CSplitMix64& random)
     return set;
 }
 
-/// Void-and-cluster: the set cell in the tightest cluster moves to the largest void while that lowers the
-/// energy. Voids and clusters are two energies of opposite sign, so that both are found as a lowest cell.
+/// Void-and-cluster: the set cell in the tightest cluster moves to the largest void, as long as that lowers
+/// the energy. Voids and clusters are two energies of opposite sign, so both are found as a lowest cell.
 class CRelaxation {
 public:
     CRelaxation(int side, const CKernel& kernel, CellFlags& set)
@@ -53,7 +53,7 @@ public:
             Clear(cluster);
             const int largestVoid = m_void.Lowest();
             if (m_void.Value(largestVoid) >= m_void.Value(cluster)) {
-                Set(cluster); // nowhere better to go
+                Set(cluster); // no better place
                 return;
             }
             Set(largestVoid);
@@ -85,8 +85,9 @@ private:
     CTorusEnergy m_cluster;
 };
 
-/// Draws -ln(u), u even in (0, 1), in steps of 1 / ONE. A rise is accepted when it is below the temperature
-/// times this number, which is the usual rule exp(-rise / temperature) > u without a float in the loop.
+/// Draws -ln(u) in steps of 1 / ONE, with u uniform in (0, 1). A rise is accepted when it is below the
+/// temperature times this number. That is the usual rule exp(-rise / temperature) > u without a float in the
+/// loop.
 class CExponentialDraw {
 public:
     static constexpr std::int64_t ONE = 1 << 16;
@@ -149,7 +150,7 @@ private:
         const int target = row * side + column;
         if (m_set[Index(target)] != 0)
             return;
-        // the cell's own weight is in both energies and must not count
+        // both energies contain the cell's own weight, which must not count
         const std::int64_t energyThere = m_energy.Value(target) - m_kernel.At(step.dy, step.dx);
         const std::int64_t energyHere = m_energy.Value(from) - m_kernel.Peak();
         const std::int64_t rise = energyThere - energyHere;
@@ -170,7 +171,7 @@ private:
     CExponentialDraw m_exponential;
 };
 
-/// Falls geometrically from the hottest to the coolest; the last sweep is at 0.
+/// Falls geometrically from the hottest to the coolest. The last sweep is at 0.
 std::int64_t Temperature_OfSweep(const SMatrixRecipe& recipe, int sweep, std::int32_t peak)
 {
     const int coolest = recipe.annealSweeps - 2;

@@ -11,17 +11,17 @@ struct SKernelShape {
     int flatness = 0;       ///< 0: a Gaussian; above, its spectrum is flat up to this order before it falls
     double wideGain = 0.0;  ///< peak of a wide Gaussian beside it, that of the narrow one being 1
     double wideRatio = 3.0; ///< deviation of the wide one, in sigma; >= 1
-    double gain = 1.0;      ///< factor on all weights, >= 0
+    double gain = 1.0;      ///< factor for all weights, >= 0
 };
 
 /// What one set cell adds to the energy of the cells around it: a disc of integer weights.
 /// Shape: rows -radius..radius; row dy holds 2 * HalfWidth(dy) + 1 weights, column -HalfWidth first.
-/// Integers, so that adding and taking away cancel exactly and no summation order can matter.
+/// The weights are integers, so that adding and subtracting cancel exactly, in any order.
 /// Source: docs/threshold-matrices.md, "The kernel".
 class CKernel {
 public:
-    /// The narrow part keeps neighbours apart, the wide one evens out the density over several dots; it is
-    /// left out where it would be broader than WIDE_SIGMA_MAX_CELLS.
+    /// The narrow part keeps neighbours apart, the wide part evens out the density over several dots. A wide
+    /// part broader than WIDE_SIGMA_MAX_CELLS is left out.
     /// @param side   side of the torus in cells, >= 8; the disc is cut so that it never meets itself
     /// @param shape  deviations and gains
     CKernel(int side, const SKernelShape& shape);
@@ -43,7 +43,7 @@ public:
     static constexpr double WIDE_SIGMA_MAX_CELLS = 9.0;
     static constexpr double CUT_SIGMAS = 3.7;       ///< radius of the disc, in the larger deviation
     static constexpr double CUT_PER_FLATNESS = 0.1; ///< a flatter kernel reaches further, by this share
-    static constexpr double PEAK_MAX = 3e6;         ///< weight that stands for 1, where the sum allows it
+    static constexpr double PEAK_MAX = 3e6;         ///< weight for a value of 1, where the sum permits it
     static constexpr double TOTAL_MAX = 400000000;  ///< leaves room for the bans in 32 bits
 
 private:

@@ -68,7 +68,7 @@ int main(int argc, char** argv)
     try {
         return Run(argc, argv);
     } catch (const std::exception& error) {
-        (void)std::fprintf(stderr, "matrixgen: %s\n", error.what()); // a stream could throw once more
+        (void)std::fprintf(stderr, "matrixgen: %s\n", error.what()); // a stream could throw again
         return EXIT_FAILED;
     }
 }

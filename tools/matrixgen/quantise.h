@@ -8,9 +8,9 @@ namespace matrixgen {
 constexpr int QUANTISED_LEVEL_COUNT = 65535; ///< levels 0 to 65534; 65535 is never used
 
 /// The level of every rank.
-/// Level k in the lower half of the scale is used as often as floor(rank * 65535 / count) uses it, level
-/// 65534 - k as often as level k, and the middle level 32767 takes what remains. The scale is thus its own
-/// mirror image and the mean level exactly 32767.
+/// In the lower half of the scale a rank gets level floor(rank * 65535 / count). Level 65534 - k is used as
+/// often as level k, and the middle level 32767 takes the remaining ranks. So the scale is its own mirror
+/// image, and the mean level is exactly 32767.
 /// @param count  of ranks, >= 65535 and even
 /// @return count levels, never falling
 std::vector<std::uint16_t> LevelsOfRanks_Make(int count);

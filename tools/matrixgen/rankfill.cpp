@@ -8,15 +8,15 @@ namespace matrixgen {
 
 namespace {
 
-// Above every energy: the total of both kernels stays below 2^29, and the three sums below 2^31.
+// Above every energy: the total of both kernels is below 2^29, and both bans added to it give less than 2^31.
 constexpr std::int32_t TAKEN_BAN = 1 << 30;
-constexpr std::int32_t CORE_BAN = 1 << 29; // a cell in the core still goes before a taken one
+constexpr std::int32_t CORE_BAN = 1 << 29; // a cell in the core is still better than a taken one
 
 constexpr int TIE_BREAK_COUNT = 64;
 
 constexpr double SPARSE_SHARE = 0.01;
 constexpr double DENSE_SHARE = 0.10;
-constexpr double SIGMA_STALE = 0.03; // relative change that asks for a new kernel
+constexpr double SIGMA_STALE = 0.03; // relative change that needs a new kernel
 constexpr double FADE_STALE = 1.0 / 16.0;
 constexpr double CORE_TO_SHARE = 0.20;
 constexpr double CORE_AHEAD = 1.03;          // the core is sized for the share just ahead
@@ -131,7 +131,7 @@ void CRankFill::Recompute()
             BanAround(cell);
 }
 
-/// Adds the fewer of ranked and other cells: above half the energy is that of a full torus less the others'.
+/// Adds the minority. Above one half, that is the energy of a full torus less that of the unranked cells.
 void CRankFill::AddMinority()
 {
     if (Share() <= 0.5) {

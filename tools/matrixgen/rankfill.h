@@ -10,16 +10,15 @@
 
 namespace matrixgen {
 
-/// Ranks the cells of a torus one after another, each time the one in the largest void: the order in which a
-/// growing tone prints them.
-/// The first half of the ranks takes the cells of a half pattern, the second half the others.
-/// Threads: none.
+/// Ranks the cells of a torus one after another. Each rank goes to the cell in the largest void. The ranking
+/// is the order in which a growing tone prints the cells. The first half of the ranks takes the cells of a
+/// half pattern, the second half the others. Threads: none.
 class CRankFill {
 public:
     /// @param side    of the torus in cells, even
     /// @param recipe  deviations, hard core and slab memory
     /// @param half    one byte for each cell, 1 for exactly half of them
-    /// @param random  is drawn from once for each cell: what decides between equal voids
+    /// @param random  gives each cell the number that decides between equal voids
     CRankFill(int side, const SMatrixRecipe& recipe, std::vector<std::uint8_t> half, CSplitMix64& random);
 
     /// Ranks all cells.
@@ -30,8 +29,8 @@ public:
     [[nodiscard]] const std::vector<int>& Order() const { return m_order; }
     /// Ranks count more cells, or up to the end.
     void Advance(int count);
-    /// Works out all energies anew from the cells ranked so far, with the kernels in use. Energies are kept
-    /// up to date cell by cell, so this alone changes none of them.
+    /// Computes all energies from the cells ranked so far, with the kernels in use. Energies are updated with
+    /// every cell, so this alone changes none of them.
     void Recompute();
     [[nodiscard]] const CTorusEnergy& Energy() const { return m_energy; }
 

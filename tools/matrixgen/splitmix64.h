@@ -4,7 +4,7 @@
 
 namespace matrixgen {
 
-/// SplitMix64, the only source of chance in the generator: a seed fixes the matrix on every platform.
+/// SplitMix64, the only source of chance in the generator. A seed gives the same matrix on every platform.
 /// Not thread-safe; one object per run.
 /// Source: Steele, Lea, Flood, "Fast splittable pseudorandom number generators", OOPSLA 2014.
 class CSplitMix64 {
@@ -21,7 +21,7 @@ public:
         return z ^ (z >> 31U);
     }
 
-    /// A number from 0 to count - 1, by the upper 32 bits; count from 1 to 2^31 - 1.
+    /// A number from 0 to count - 1, from the upper 32 bits; count is 1 to 2^31 - 1.
     int Below(int count)
     {
         const std::uint64_t upper = Next() >> 32U;

@@ -11,7 +11,7 @@ constexpr int MATRIX_SIDE_MIN = 256; ///< the smallest side whose cells reach ev
 constexpr int MATRIX_SIDE_MAX = 1024;
 
 /// Makes a base threshold matrix: half pattern, ranking around it, quantisation.
-/// Shape: side x side levels, row-major; the edges meet.
+/// Shape: side x side levels, row-major; opposite edges fit together.
 /// @param side    cells per row and rows, MATRIX_SIDE_MIN to MATRIX_SIDE_MAX and even, not checked
 /// @param seed    any; the same seed gives the same matrix
 /// @param recipe  its figures

@@ -47,7 +47,7 @@ void CTorusEnergy::Apply(int cell, const CKernel& kernel)
         const int halfWidth = kernel.HalfWidth(dy);
         const int column = (centreColumn - halfWidth + m_side) % m_side;
         const int count = 2 * halfWidth + 1;
-        const int head = std::min(count, m_side - column); // the rest goes on at column 0
+        const int head = std::min(count, m_side - column); // the rest continues at column 0
         const std::int32_t* weights = kernel.Row(dy);
         ApplyRun<Sign>(row, column, weights, head);
         if (head < count)

@@ -8,10 +8,11 @@
 namespace matrixgen {
 
 /// The energy of every cell of a square torus, and the cell where it is lowest.
-/// Shape:    side x side cells, row-major; a cell is its index row * side + column. The edges meet.
-/// Lowest:   minima are kept per block of 32 cells and per row; only blocks touched since the last search
-///           are read again, so a search costs little beside the change before it.
-/// Threads:  none; Lowest brings the minima up to date and is therefore not const.
+/// Shape:    side x side cells, row-major; a cell is its index row * side + column. The torus has no edges.
+/// Lowest:   there are minima per block of 32 cells and per row. A search reads only blocks that changed
+/// since the
+///           last one, so it costs little compared with the change before it.
+/// Threads:  not safe; Lowest updates the minima and is therefore not const.
 class CTorusEnergy {
 public:
     /// @param side  cells per row and rows, SIDE_MIN to SIDE_MAX, not checked
@@ -21,17 +22,17 @@ public:
     [[nodiscard]] int CellCount() const { return m_side * m_side; }
 
     /// Sets every cell to level plus its own small start value.
-    /// @param start  one value for each cell: random, they decide between cells of equal energy
+    /// @param start  one random value for each cell, to decide between cells of equal energy
     void Reset(std::int32_t level, const std::vector<std::uint8_t>& start);
     /// Adds the kernel around a cell: the cell becomes set.
     void Add(int cell, const CKernel& kernel);
-    /// Takes the kernel around a cell away again.
+    /// Subtracts the kernel around a cell again.
     void Subtract(int cell, const CKernel& kernel);
     /// Adds an amount to one cell, such as a ban.
     void Offset(int cell, std::int32_t amount);
 
     [[nodiscard]] std::int32_t Value(int cell) const { return m_value[static_cast<std::size_t>(cell)]; }
-    /// The cell of lowest value; of several the first.
+    /// The cell of lowest value, and the first one of equals.
     int Lowest();
 
     static constexpr int SIDE_MIN = 8;

@@ -3,12 +3,11 @@
 /// matrices while the library is built.
 ///
 /// Slots 1 and 2 are the bases. Slots 0 and 3 are their complements; row r of slot 3 comes from row r + 188.
-/// Slots 4 to 7 are slots 0 to 3 half a matrix further on; slots 8 to 15 repeat slots 4 to 7. So consecutive
-/// colour planes get a matrix and its complement, and planes from the fifth on get the same matrices half a
-/// height away.
+/// Slots 4 to 7 are slots 0 to 3 moved by half a matrix, and slots 8 to 15 repeat slots 4 to 7. So
+/// consecutive colour planes get a matrix and its complement. Planes from the fifth on get the same matrices,
+/// moved by half their height.
 ///
-/// Files are rows of unsigned 16-bit levels, least significant byte first; the table is written in the same
-/// order.
+/// Files contain rows of unsigned 16-bit levels, least significant byte first. The table has the same order.
 
 #include "constants.h"
 
@@ -81,7 +80,7 @@ void Table_Write(const std::string& path, const std::array<CMatrix, 8>& distinct
     }
     file.close();
     if (!file) {
-        std::remove(path.c_str()); // NOLINT(cert-err33-c): the write has failed already, which is reported
+        std::remove(path.c_str()); // NOLINT(cert-err33-c): the failed write is reported
         throw std::runtime_error(path + ": cannot be written");
     }
 }
