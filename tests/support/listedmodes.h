@@ -5,10 +5,11 @@
 #include "maskparams.h"
 #include "peek.h"
 
+#include <initializer_list>
 #include <vector>
 
 /// @file
-/// What the tests of the storage share: modes that it meets beside the small ones, and what it lists.
+/// Modes for the storage, and what it lists. A mode's number is in a field that hard edges never read.
 
 /// A mode that no mask object can be built for.
 inline SMaskParam Mode_Rejected()
@@ -18,7 +19,7 @@ inline SMaskParam Mode_Rejected()
     return param;
 }
 
-/// Modes of another step height than that of the small ones.
+/// Modes of another step height than that of MaskParam_Small.
 inline SMaskParam Mode_OtherStep(int number)
 {
     SMaskParam param = MaskParam_Small(number);
@@ -26,11 +27,25 @@ inline SMaskParam Mode_OtherStep(int number)
     return param;
 }
 
+inline int Number(const CMaskData_Base& mask)
+{
+    return mask.MaskParam_Input().featherLevelPercent;
+}
+
 /// The numbers of the listed modes, front first.
 inline std::vector<int> Listed(CMaskDataStorage& storage)
 {
     std::vector<int> numbers;
     for (const CMaskData_Base* mask : SMaskDataStorage_Peek{storage}.List())
-        numbers.push_back(mask->MaskParam_Input().featherLevelPercent);
+        numbers.push_back(Number(*mask));
     return numbers;
+}
+
+/// Makes one small mode after the other current. @return false when one cannot be
+inline bool Init(CMaskDataStorage& storage, std::initializer_list<int> numbers)
+{
+    bool isInit = true;
+    for (const int number : numbers)
+        isInit = storage.MaskData_Current_Init(MaskParam_Small(number)) && isInit;
+    return isInit;
 }

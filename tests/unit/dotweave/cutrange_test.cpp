@@ -44,7 +44,7 @@ TEST(CutRange, FivePassesPrintedTwiceAsWorkedByHand)
               (CRanges{{0, 32767}, {32767, 65535}, {0, 21845}, {21845, 43690}, {43690, 65535}}));
 }
 
-TEST(CutRange, EveryGroupSharesTheScaleAndTheLastIsLargest)
+TEST(CutRange, GroupsShareTheScaleLargestLast)
 {
     for (int passCount = 1; passCount <= 40; ++passCount) {
         for (int groupCount = 1; groupCount <= 45; ++groupCount) {
@@ -61,7 +61,7 @@ TEST(CutRange, EveryGroupSharesTheScaleAndTheLastIsLargest)
     }
 }
 
-TEST(CutRange, AppendsBehindWhatIsThereAndNothingForNoPass)
+TEST(CutRange, AppendsToWhatIsThere)
 {
     std::vector<SCutRange> ranges = {{9, 8, 5}};
     for (const int passCount : {0, -3, 1})

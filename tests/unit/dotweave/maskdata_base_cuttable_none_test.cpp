@@ -10,7 +10,7 @@
 #include <limits>
 #include <string>
 
-TEST(CutTableFeatherNone, ZonesShareTheScaleAsWorkedByHand)
+TEST(CutTableFeatherNone, ZonesAsWorkedByHand)
 {
     EXPECT_EQ(OneTimes(4, 1, 4), (CRanges{{0, 16383}, {16383, 32767}, {32767, 49151}, {49151, 65535}}));
     EXPECT_EQ(MultipleTimes(4, 2, 1), (CRanges{{0, 32767}, {32767, 65535}, {0, 32767}, {32767, 65535}}));
@@ -41,7 +41,7 @@ TEST(CutTableFeatherNone, GroupsOfPassesTileTheScaleEach)
                     << passes << " passes, " << times << " times, step " << step;
 }
 
-TEST(CutTableFeatherNone, WritesTheRowsOfItsPassesAndNoOther)
+TEST(CutTableFeatherNone, WritesNoRowBeyondItsPasses)
 {
     for (const int passes : {-4, 0, 1, 5}) {
         const CRanges table = BuiltRanges(20, [&](SCutTable* entries) {
@@ -53,7 +53,7 @@ TEST(CutTableFeatherNone, WritesTheRowsOfItsPassesAndNoOther)
     }
 }
 
-TEST(CutTableFeatherNone, MemberFormReadsStepAndPassesOfTheObject)
+TEST(CutTableFeatherNone, MemberFormReadsTheObject)
 {
     EXPECT_EQ(Table_Of({.basePass = 5, .colorTimes = 3, .stepRows = 7}, 35,
                        &CMaskData_Base::CreateCutTable_FeatherNone_ColorOneTimes, 1),

@@ -7,7 +7,7 @@
 
 #include <cstddef>
 
-TEST(CutTableSmooth2, TwoPassesWithZonesOfTwoRowsAsWorkedByHand)
+TEST(CutTableSmooth2, TwoPassesAsWorkedByHand)
 {
     // six feather rows in fifths of the scale, around two pass rows
     EXPECT_EQ(CZonedMask(2, 1, 2, 1).Whole(), (CRanges{{52428, 65535},
@@ -20,7 +20,7 @@ TEST(CutTableSmooth2, TwoPassesWithZonesOfTwoRowsAsWorkedByHand)
                                                        {0, 13107}}));
 }
 
-TEST(CutTableSmooth2, EveryImageRowIsPrintedOnceByItsNozzleRows)
+TEST(CutTableSmooth2, EveryImageRowIsPrintedOnce)
 {
     for (int passes = 1; passes <= 6; ++passes)
         for (int step = 1; step <= 24; ++step)
@@ -36,7 +36,7 @@ TEST(CutTableSmooth2, EveryImageRowIsPrintedOnceByItsNozzleRows)
             }
 }
 
-TEST(CutTableSmooth2, PassZonesFormGroupsAndFeatherZonesNever)
+TEST(CutTableSmooth2, OnlyPassZonesFormGroups)
 {
     for (int passes = 1; passes <= 24; ++passes)
         for (int times = 1; times <= passes + 1; ++times) {
@@ -51,13 +51,13 @@ TEST(CutTableSmooth2, PassZonesFormGroupsAndFeatherZonesNever)
         }
 }
 
-TEST(CutTableSmooth2, AFeatherTableOfOneZoneIsPrintedWhole)
+TEST(CutTableSmooth2, OneFeatherZoneIsPrintedWhole)
 {
     EXPECT_EQ(Table_Of({.featherRows = 5}, 5, &CMaskData_Base::CreateCutTable_Smooth_2_Feather, 5),
               CRanges(5, SRange{0, 65535}));
 }
 
-TEST(CutTableSmooth2, PassBuildersByNameDoNotChooseByTheTimes)
+TEST(CutTableSmooth2, NamedPassBuildersDoNotChoose)
 {
     for (const int times : {1, 2}) {
         CMaskData_Base mask;

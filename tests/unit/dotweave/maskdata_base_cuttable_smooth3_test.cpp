@@ -21,7 +21,7 @@ const CRanges SIX_ROWS = {{52428, 65535}, {39321, 65535}, {26214, 52428},
 
 // ---- printed once, style 1
 
-TEST(CutTableSmooth3, SixRowsShareTheLevelInFifthsAsWorkedByHand)
+TEST(CutTableSmooth3, SixRowsAsWorkedByHand)
 {
     EXPECT_EQ(OnceStyle1(6, 2, 100), SIX_ROWS);
     EXPECT_EQ(
@@ -29,7 +29,7 @@ TEST(CutTableSmooth3, SixRowsShareTheLevelInFifthsAsWorkedByHand)
         (CRanges{{26213, 32767}, {19660, 32767}, {13106, 26213}, {6553, 19660}, {0, 13106}, {0, 6553}}));
 }
 
-TEST(CutTableSmooth3, RowsOneStepApartTileTheScaleToTheLevel)
+TEST(CutTableSmooth3, RowsOneStepApartTileTheLevel)
 {
     for (int step = 1; step <= 24; ++step)
         for (int rows = 0; rows <= 5 * step; ++rows)
@@ -42,7 +42,7 @@ TEST(CutTableSmooth3, RowsOneStepApartTileTheScaleToTheLevel)
             }
 }
 
-TEST(CutTableSmooth3, EveryLevelIsThatPercentageOfTheScale)
+TEST(CutTableSmooth3, LevelIsAPercentage)
 {
     for (int percent = 0; percent <= 100; ++percent)
         EXPECT_EQ(OnceStyle1(1, 1, percent), (CRanges{{0, percent * 65535 / 100}}));
@@ -77,7 +77,7 @@ TEST(CutTableSmooth3Groups, HardGroupsPrecedeTheRamp)
 
 // ---- printed once, style 2
 
-TEST(CutTableSmooth3Zones, EightyRowsInStepsOfThirtyAsWorkedByHand)
+TEST(CutTableSmooth3Zones, EightyRowsAsWorkedByHand)
 {
     // Two zones of 30 rows and 20 rows left over: the first 20 rows of a zone have three rows per image row.
     const CRanges thirds = {{0, 21845}, {21845, 43690}, {43690, 65535}};
@@ -87,7 +87,7 @@ TEST(CutTableSmooth3Zones, EightyRowsInStepsOfThirtyAsWorkedByHand)
         EXPECT_EQ(table[row], row % 30 < 20 ? thirds[row / 30] : halves[row / 30]) << row;
 }
 
-TEST(CutTableSmooth3Zones, RowsOfAnImageRowShareTheScaleEvenly)
+TEST(CutTableSmooth3Zones, ImageRowsShareTheScale)
 {
     for (int step = 1; step <= 30; ++step)
         for (int rows = 0; rows <= 12 * step && rows <= 120; ++rows) {
@@ -102,7 +102,7 @@ TEST(CutTableSmooth3Zones, RowsOfAnImageRowShareTheScaleEvenly)
 
 // ---- printed several times, style 2
 
-TEST(CutTableSmooth3Widened, RowsPrintedMoreOftenAsWorkedByHand)
+TEST(CutTableSmooth3Widened, RowsAsWorkedByHand)
 {
     EXPECT_EQ(MultipleStyle2(6, 2, 2, 100),
               (CRanges{{39321, 65535}, {13107, 65535}, {13107, 65535}, {0, 52428}, {0, 52428}, {0, 26214}}));

@@ -63,7 +63,7 @@ CRanges Smooth3Rows(int times, int count)
 static_assert(std::is_same_v<decltype(SCutTable::upperLimit), std::uint16_t>);
 static_assert(std::is_same_v<decltype(SCutTable::lowerLimit), std::uint16_t>);
 
-TEST(CutTableDispatch, HardEdgesReadNeitherNozzleTypeNorCount)
+TEST(CutTableDispatch, HardEdgesReadNoTypeAndNoCount)
 {
     for (const int type : {1, 2, 3, 4, 0, 5, -1, LOWEST, HIGHEST})
         for (int times = 1; times <= 5; ++times)
@@ -73,7 +73,7 @@ TEST(CutTableDispatch, HardEdgesReadNeitherNozzleTypeNorCount)
                     << type << ", " << times << " times, count " << count;
 }
 
-TEST(CutTableDispatch, HardEdgesFailWithTheRecordOfTheirBuilder)
+TEST(CutTableDispatch, HardEdgesFailAsTheirBuilder)
 {
     for (const int times : {0, -1, LOWEST})
         EXPECT_EQ(
@@ -81,7 +81,7 @@ TEST(CutTableDispatch, HardEdgesFailWithTheRecordOfTheirBuilder)
             (SBuilt{false, CRanges(HARD_ROWS, UNWRITTEN), {Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)}}));
 }
 
-TEST(CutTableDispatch, Smooth2BuildsZonesWhateverTheCount)
+TEST(CutTableDispatch, Smooth2ReadsNoCount)
 {
     for (int times = 1; times <= 4; ++times)
         for (const int count : {SMOOTH_2_ROWS, 0, -3, HIGHEST})
@@ -99,7 +99,7 @@ TEST(CutTableDispatch, BothSmooth3TypesRampOverTheCount)
                     << type << ", " << times << " times, count " << count;
 }
 
-TEST(CutTableDispatch, UnknownModesAndTypesAreRefusedByValue)
+TEST(CutTableDispatch, UnknownValuesAreRefused)
 {
     const auto refusal = [](int mode, int type) {
         return Dispatch(mode, type, 1, SMOOTH_2_ROWS, SMOOTH_2_ROWS);

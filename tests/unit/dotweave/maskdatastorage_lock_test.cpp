@@ -15,36 +15,39 @@
 
 namespace {
 
-TEST(MaskDataStorageLock, TheThreadThatHoldsItMayAskForTheCurrentObject)
+class StorageLock : public testing::Test {
+protected:
+    StorageLock() { EXPECT_TRUE(Init(m_storage, {1})); }
+
+    CMaskDataStorage m_storage;
+};
+
+TEST_F(StorageLock, ItsHolderMayAskForTheCurrentObject)
 {
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    const CMaskData_Base* first = storage.MaskData_Current_Get();
+    const CMaskData_Base* first = m_storage.MaskData_Current_Get();
     std::vector<const CMaskData_Base*> seen;
-    const CCallingSink sink([&] { seen.push_back(storage.MaskData_Current_Get()); });
-    EXPECT_FALSE(storage.MaskData_Current_Init(Mode_Rejected()));
-    // At the mask object's record and the factory's the creation is still under way; at the storage's own one
-    // there is no current object any more.
+    const CCallingSink sink([&] { seen.push_back(m_storage.MaskData_Current_Get()); });
+    EXPECT_FALSE(m_storage.MaskData_Current_Init(Mode_Rejected()));
+    // At the mask object's record and the factory's the creation is still under way. At the storage's own one
+    // nothing is current any more.
     EXPECT_EQ(seen, (std::vector<const CMaskData_Base*>{first, first, nullptr}));
 }
 
-TEST(MaskDataStorageLock, TheThreadThatHoldsItMayApplyAndInitToo)
+TEST_F(StorageLock, ItsHolderMayApplyAndInitToo)
 {
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
     CMaskData_Base* applied = nullptr;
     bool isInit = false;
     {
         const CCallingSink sink([&] {
-            applied = storage.MaskData_Apply(MaskParam_Small(2));
-            isInit = storage.MaskData_Current_Init(MaskParam_Small(3));
+            applied = m_storage.MaskData_Apply(MaskParam_Small(2));
+            isInit = Init(m_storage, {3});
         });
-        EXPECT_EQ(storage.MaskData_Apply(Mode_OtherStep(4)), nullptr);
+        EXPECT_EQ(m_storage.MaskData_Apply(Mode_OtherStep(4)), nullptr);
     }
     ASSERT_NE(applied, nullptr);
     EXPECT_TRUE(isInit);
-    EXPECT_EQ(Listed(storage), (std::vector<int>{1, 4, 2, 3}));
-    EXPECT_EQ(storage.MaskData_Current_Get()->MaskParam_Input().featherLevelPercent, 3);
+    EXPECT_EQ(Listed(m_storage), (std::vector<int>{1, 4, 2, 3}));
+    EXPECT_EQ(Number(*m_storage.MaskData_Current_Get()), 3);
 }
 
 /// Runs an operation that logs, and asks for the current object from another thread while it logs.
@@ -55,8 +58,7 @@ CMaskData_Base* CurrentOfOtherThread(CMaskDataStorage& storage, const std::funct
     bool isEarly = false;
     {
         const CCallingSink sink([&] {
-            // Under the lock it can never be ready, however long it is given; the time lets it show where there
-            // is none.
+            // Under the lock it is never ready. The time gives a missing lock the chance to show.
             std::chrono::milliseconds time(0);
             if (!other.valid()) {
                 other = std::async(std::launch::async, [&storage] { return storage.MaskData_Current_Get(); });
@@ -70,23 +72,13 @@ CMaskData_Base* CurrentOfOtherThread(CMaskDataStorage& storage, const std::funct
     return other.valid() ? other.get() : nullptr;
 }
 
-TEST(MaskDataStorageLock, OtherThreadsWaitUntilAnInitHasEnded)
+TEST_F(StorageLock, OtherThreadsWaitForInitAndApply)
 {
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    const CMaskData_Base* current = CurrentOfOtherThread(
-        storage, [&storage] { EXPECT_FALSE(storage.MaskData_Current_Init(Mode_Rejected())); });
-    EXPECT_EQ(current, nullptr) << "not what was current before";
-}
-
-TEST(MaskDataStorageLock, OtherThreadsWaitUntilAnApplyHasEnded)
-{
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    const CMaskData_Base* current = CurrentOfOtherThread(
-        storage, [&storage] { EXPECT_EQ(storage.MaskData_Apply(Mode_OtherStep(2)), nullptr); });
-    EXPECT_NE(current, nullptr);
-    EXPECT_EQ(current, storage.MaskData_Current_Get());
+    const auto apply = [this] { EXPECT_EQ(m_storage.MaskData_Apply(Mode_OtherStep(2)), nullptr); };
+    const CMaskData_Base* current = m_storage.MaskData_Current_Get();
+    EXPECT_EQ(CurrentOfOtherThread(m_storage, apply), current);
+    const auto init = [this] { EXPECT_FALSE(m_storage.MaskData_Current_Init(Mode_Rejected())); };
+    EXPECT_EQ(CurrentOfOtherThread(m_storage, init), nullptr) << "not what was current before";
 }
 
 } // namespace

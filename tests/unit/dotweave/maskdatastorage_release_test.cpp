@@ -1,5 +1,5 @@
-// Every listed object is the storage's to destroy. No leak checker sees whether it does: what the factory makes is
-// let off there, since a rejected object is left behind on purpose.
+// The storage destroys every object that it listed, once. No leak checker sees this: what the factory makes
+// is exempt, because a rejected object is leaked on purpose.
 
 #include "dotweave/maskdatastorage.h"
 
@@ -12,11 +12,12 @@
 
 #include <array>
 #include <list>
+#include <memory>
 #include <vector>
 
 namespace {
 
-/// Counts its destructions. Only the virtual destructor comes by here.
+/// Counts its destructions, which only the virtual destructor does.
 class CCountedMask : public CMaskData_Base {
 public:
     explicit CCountedMask(int& destroyedCount) : m_destroyedCount(destroyedCount) {}
@@ -30,81 +31,67 @@ private:
 
 using CCounts = std::array<int, 3>;
 
-/// Lists an object behind the others for every count, the storage's from here on.
-void Counted_List(CMaskDataStorage& storage, CCounts& destroyed)
-{
-    for (int& count : destroyed)
-        SMaskDataStorage_Peek{storage}.List().push_back(new CCountedMask(count));
-}
-
-TEST(MaskDataStorageRelease, TheStorageTakesEveryListedObjectWithIt)
-{
-    CCounts destroyed = {};
+/// A storage that lists three counted objects.
+class StorageRelease : public testing::Test {
+protected:
+    StorageRelease() : m_storage(std::make_unique<CMaskDataStorage>())
     {
-        CMaskDataStorage storage;
-        Counted_List(storage, destroyed);
-        SMaskDataStorage_Peek{storage}.List().push_front(nullptr); // as an apply that failed leaves behind
-        EXPECT_EQ(destroyed, (CCounts{0, 0, 0}));
+        for (int& count : m_destroyed)
+            Peek().List().push_back(new CCountedMask(count));
     }
-    EXPECT_EQ(destroyed, (CCounts{1, 1, 1}));
+
+    SMaskDataStorage_Peek Peek() { return {*m_storage}; }
+
+    CCounts m_destroyed = {};
+    std::unique_ptr<CMaskDataStorage> m_storage;
+};
+
+TEST_F(StorageRelease, TheStorageDestroysEveryListedObject)
+{
+    Peek().List().push_front(nullptr); // an apply that failed lists this
+    EXPECT_EQ(m_destroyed, (CCounts{0, 0, 0}));
+    m_storage.reset();
+    EXPECT_EQ(m_destroyed, (CCounts{1, 1, 1}));
 }
 
-TEST(MaskDataStorageRelease, ReleasingTheContentDestroysEveryObjectOnceAndNoneAgainLater)
+TEST_F(StorageRelease, ContentIsDestroyedOnce)
 {
-    CCounts destroyed = {};
-    {
-        CMaskDataStorage storage;
-        Counted_List(storage, destroyed);
-        SMaskDataStorage_Peek peek{storage};
-        peek.List().push_front(nullptr);
-        EXPECT_TRUE(peek.Release_ListMaskData_Content());
-        EXPECT_EQ(destroyed, (CCounts{1, 1, 1}));
-        EXPECT_EQ(peek.List().size(), 0U);
-    }
-    EXPECT_EQ(destroyed, (CCounts{1, 1, 1}));
+    Peek().List().push_front(nullptr);
+    EXPECT_TRUE(Peek().Release_ListMaskData_Content());
+    EXPECT_EQ(m_destroyed, (CCounts{1, 1, 1}));
+    EXPECT_TRUE(Peek().List().empty());
+    m_storage.reset();
+    EXPECT_EQ(m_destroyed, (CCounts{1, 1, 1}));
 }
 
-TEST(MaskDataStorageRelease, TheObjectEvictedAtTheFrontIsDestroyedAtOnceAndNoOther)
+TEST_F(StorageRelease, TheFrontIsDestroyedWhenItIsEvicted)
 {
-    CCounts destroyed = {};
-    CMaskDataStorage storage;
-    Counted_List(storage, destroyed);
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
-    EXPECT_EQ(destroyed, (CCounts{0, 0, 0})) << "five entries are within the limit";
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(3)));
-    EXPECT_EQ(destroyed, (CCounts{1, 0, 0}));
-    ASSERT_NE(storage.MaskData_Apply(MaskParam_Small(4)), nullptr);
-    EXPECT_EQ(destroyed, (CCounts{1, 1, 0}));
-    ASSERT_EQ(storage.MaskData_Apply(MaskParam_Small(4)), SMaskDataStorage_Peek{storage}.List().back());
-    EXPECT_EQ(destroyed, (CCounts{1, 1, 0})) << "a found object adds nothing";
+    ASSERT_TRUE(Init(*m_storage, {1, 2}));
+    EXPECT_EQ(m_destroyed, (CCounts{0, 0, 0})) << "five entries are within the limit";
+    ASSERT_TRUE(Init(*m_storage, {3}));
+    EXPECT_EQ(m_destroyed, (CCounts{1, 0, 0}));
+    ASSERT_NE(m_storage->MaskData_Apply(MaskParam_Small(4)), nullptr);
+    EXPECT_EQ(m_destroyed, (CCounts{1, 1, 0}));
+    ASSERT_EQ(m_storage->MaskData_Apply(MaskParam_Small(4)), Peek().List().back());
+    EXPECT_EQ(m_destroyed, (CCounts{1, 1, 0})) << "a found object adds nothing";
 }
 
-TEST(MaskDataStorageRelease, EvictionTakesOneEntryPerCallHoweverManyThereAre)
+TEST_F(StorageRelease, EvictionTakesOneEntryPerCall)
 {
-    CCounts destroyed = {};
-    CMaskDataStorage storage;
-    Counted_List(storage, destroyed);
-    SMaskDataStorage_Peek peek{storage};
-    for (int mode = 1; mode <= 4; ++mode)
-        peek.List().push_back(nullptr);
-    EXPECT_TRUE(peek.Release_One_FromFront_If_OutOfRange());
-    EXPECT_EQ(destroyed, (CCounts{1, 0, 0}));
-    EXPECT_EQ(peek.List().size(), 6U);
+    Peek().List().resize(7, nullptr);
+    EXPECT_TRUE(Peek().Release_One_FromFront_If_OutOfRange());
+    EXPECT_EQ(m_destroyed, (CCounts{1, 0, 0}));
+    EXPECT_EQ(Peek().List().size(), 6U);
 }
 
-TEST(MaskDataStorageRelease, ReleasingTheListDestroysItsObjectsAndLeavesNoList)
+TEST_F(StorageRelease, ReleasingTheListLeavesNoList)
 {
-    CCounts destroyed = {};
-    CMaskDataStorage storage;
-    Counted_List(storage, destroyed);
-    SMaskDataStorage_Peek peek{storage};
     const CLogCapture log;
-    EXPECT_TRUE(peek.Release_ListMaskData());
-    EXPECT_EQ(peek.ListPointer(), nullptr);
-    EXPECT_EQ(destroyed, (CCounts{1, 1, 1}));
+    EXPECT_TRUE(Peek().Release_ListMaskData());
+    EXPECT_EQ(Peek().ListPointer(), nullptr);
+    EXPECT_EQ(m_destroyed, (CCounts{1, 1, 1}));
     EXPECT_TRUE(log.Records().empty());
-    peek.ListPointer() = new std::list<CMaskData_Base*>; // which the storage's destruction needs
+    Peek().ListPointer() = new std::list<CMaskData_Base*>; // which the storage's destructor needs
 }
 
 } // namespace

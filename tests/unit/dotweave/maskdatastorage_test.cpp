@@ -1,3 +1,6 @@
+// The examples that explain the storage. maskdatastorage_model_test.cpp compares any sequence of calls with a
+// model.
+
 #include "dotweave/maskdatastorage.h"
 
 #include "listedmodes.h"
@@ -8,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <new>
 #include <thread>
 #include <type_traits>
 #include <vector>
@@ -18,198 +23,140 @@ namespace {
 static_assert(!std::is_polymorphic_v<CMaskDataStorage> && sizeof(CMaskDataStorage) == 32,
               "a mutex, the most entries, the list and the current object");
 
-TEST(MaskDataStorage, HasNoCurrentObjectBeforeTheFirstInit)
+using CNumbers = std::vector<int>;
+using Records = std::vector<SLogRecord>;
+
+class Storage : public testing::Test {
+protected:
+    CMaskDataStorage m_storage;
+    SMaskDataStorage_Peek m_peek{m_storage};
+};
+
+TEST_F(Storage, HasNoCurrentObjectBeforeTheFirstInit)
 {
-    CMaskDataStorage storage;
-    EXPECT_EQ(storage.MaskData_Current_Get(), nullptr);
-    EXPECT_TRUE(Listed(storage).empty());
+    EXPECT_EQ(m_storage.MaskData_Current_Get(), nullptr);
+    EXPECT_TRUE(Listed(m_storage).empty());
 }
 
-TEST(MaskDataStorage, SameRecordTwiceCreatesOneObject)
+TEST_F(Storage, FindsARecordAgainAndMovesItToTheBack)
 {
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    const CMaskData_Base* first = storage.MaskData_Current_Get();
-    ASSERT_NE(first, nullptr);
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    EXPECT_EQ(storage.MaskData_Current_Get(), first);
-    EXPECT_EQ(Listed(storage), (std::vector<int>{2, 1})) << "found objects move to the back";
+    ASSERT_TRUE(Init(m_storage, {1}));
+    const CMaskData_Base* first = m_storage.MaskData_Current_Get();
+    ASSERT_TRUE(Init(m_storage, {2, 3, 4, 5, 1}));
+    EXPECT_EQ(m_storage.MaskData_Current_Get(), first);
+    EXPECT_EQ(Listed(m_storage), (CNumbers{2, 3, 4, 5, 1}));
+    ASSERT_TRUE(Init(m_storage, {6}));
+    EXPECT_EQ(Listed(m_storage), (CNumbers{3, 4, 5, 1, 6})) << "the sixth evicts the front";
 }
 
-TEST(MaskDataStorage, SixthRecordEvictsTheFirst)
+TEST_F(Storage, ApplyListsButNeverMovesNorMakesCurrent)
 {
-    CMaskDataStorage storage;
-    for (int mode = 1; mode <= 6; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
-    EXPECT_EQ(Listed(storage), (std::vector<int>{2, 3, 4, 5, 6}));
-    EXPECT_EQ(storage.MaskData_Current_Get()->MaskParam_Input().featherLevelPercent, 6);
-}
-
-TEST(MaskDataStorage, FoundRecordIsSavedFromEviction)
-{
-    CMaskDataStorage storage;
-    for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(6)));
-    EXPECT_EQ(Listed(storage), (std::vector<int>{3, 4, 5, 1, 6}));
-}
-
-TEST(MaskDataStorage, ApplyWithTheCurrentRecordGivesTheCurrentObject)
-{
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    EXPECT_EQ(storage.MaskData_Apply(MaskParam_Small(1)), storage.MaskData_Current_Get());
-    EXPECT_EQ(Listed(storage), (std::vector<int>{1}));
-}
-
-TEST(MaskDataStorage, ApplyAddsANewObjectWithoutMakingItCurrent)
-{
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    const CMaskData_Base* current = storage.MaskData_Current_Get();
-    const CMaskData_Base* applied = storage.MaskData_Apply(MaskParam_Small(2));
+    ASSERT_TRUE(Init(m_storage, {1}));
+    CMaskData_Base* current = m_storage.MaskData_Current_Get();
+    CMaskData_Base* applied = m_storage.MaskData_Apply(MaskParam_Small(2));
     ASSERT_NE(applied, nullptr);
     EXPECT_NE(applied, current);
-    EXPECT_EQ(storage.MaskData_Current_Get(), current);
-    EXPECT_EQ(Listed(storage), (std::vector<int>{1, 2}));
+    EXPECT_EQ(m_storage.MaskData_Apply(MaskParam_Small(1)), current);
+    EXPECT_EQ(m_storage.MaskData_Apply(MaskParam_Small(2)), applied);
+    EXPECT_EQ(m_storage.MaskData_Current_Get(), current);
+    EXPECT_EQ(Listed(m_storage), (CNumbers{1, 2}));
 }
 
-TEST(MaskDataStorage, ApplyLeavesAFoundObjectInItsPlace)
+TEST_F(Storage, AnotherStepGivesNullButIsListedAndEvicts)
 {
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
-    EXPECT_NE(storage.MaskData_Apply(MaskParam_Small(1)), nullptr);
-    EXPECT_EQ(Listed(storage), (std::vector<int>{1, 2}));
-}
-
-TEST(MaskDataStorage, ApplyWithAnotherStepGivesNullButListsTheObjectAndEvicts)
-{
-    CMaskDataStorage storage;
-    for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
+    ASSERT_TRUE(Init(m_storage, {1, 2, 3, 4, 5}));
     const CLogCapture log;
-    EXPECT_EQ(storage.MaskData_Apply(Mode_OtherStep(6)), nullptr);
-    EXPECT_EQ(Listed(storage), (std::vector<int>{2, 3, 4, 5, 6}));
-    EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_STORAGE, SCOPE_STORAGE_APPLY)}));
+    EXPECT_EQ(m_storage.MaskData_Apply(Mode_OtherStep(6)), nullptr);
+    EXPECT_EQ(Listed(m_storage), (CNumbers{2, 3, 4, 5, 6}));
+    EXPECT_EQ(log.Records(), Records{Failure(UNIT_STORAGE, SCOPE_STORAGE_APPLY)});
 }
 
-TEST(MaskDataStorage, FifthApplyOnAFullListEvictsTheCurrentObject)
+TEST_F(Storage, FourAppliesBringTheCurrentObjectToTheFront)
 {
-    CMaskDataStorage storage;
-    for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
+    // A fifth evicts it: StorageDeathTest.TheFifthApplyReadsWhatItEvicted.
+    ASSERT_TRUE(Init(m_storage, {1, 2, 3, 4, 5}));
     for (int mode = 6; mode <= 9; ++mode)
-        ASSERT_NE(storage.MaskData_Apply(MaskParam_Small(mode)), nullptr);
-    // One more would compare steps with a destroyed object, so the law is held one step before the fault: the
-    // current object has come to the front, where the next arrival evicts it.
-    EXPECT_EQ(Listed(storage), (std::vector<int>{5, 6, 7, 8, 9}));
-    EXPECT_EQ(SMaskDataStorage_Peek{storage}.List().front(), storage.MaskData_Current_Get());
+        ASSERT_NE(m_storage.MaskData_Apply(MaskParam_Small(mode)), nullptr);
+    EXPECT_EQ(Listed(m_storage), (CNumbers{5, 6, 7, 8, 9}));
+    EXPECT_EQ(m_peek.List().front(), m_storage.MaskData_Current_Get());
 }
 
-TEST(MaskDataStorage, ZerosOfDifferentSignAreDifferentKeys)
+TEST_F(Storage, AFailedInitLeavesTheListButNothingCurrent)
 {
-    SMaskParam positive = MaskParam_Small(1);
-    positive.featherPercent = 0.0F;
-    SMaskParam negative = MaskParam_Small(1);
-    negative.featherPercent = -0.0F;
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(positive));
-    const CMaskData_Base* first = storage.MaskData_Current_Get();
-    ASSERT_TRUE(storage.MaskData_Current_Init(negative));
-    EXPECT_NE(storage.MaskData_Current_Get(), first);
-    EXPECT_EQ(Listed(storage).size(), 2U);
-}
-
-TEST(MaskDataStorage, RecordsThatCreateNormalisesAwayAreDifferentKeys)
-{
-    SMaskParam four = MaskParam_Small(1);
-    four.yResPass = 4;
-    four.resSplitType = ResSplit_Y2;
-    SMaskParam five = four;
-    five.yResPass = 5;
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(four));
-    ASSERT_TRUE(storage.MaskData_Current_Init(five));
-    EXPECT_EQ(storage.MaskData_Current_Get()->YResPass(), 2);
-    EXPECT_EQ(Listed(storage).size(), 2U);
-}
-
-TEST(MaskDataStorage, FailedInitLeavesNoCurrentObjectButTheListAsItWas)
-{
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    const CMaskData_Base* first = storage.MaskData_Current_Get();
+    ASSERT_TRUE(Init(m_storage, {1}));
+    const CMaskData_Base* first = m_storage.MaskData_Current_Get();
     {
         const CLogCapture log;
-        EXPECT_FALSE(storage.MaskData_Current_Init(Mode_Rejected()));
-        const std::vector<SLogRecord> expected = {Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85),
-                                                  Failure(UNIT_FACTORY, SCOPE_FACTORY),
-                                                  Failure(UNIT_STORAGE, SCOPE_STORAGE_INIT)};
-        EXPECT_EQ(log.Records(), expected);
+        EXPECT_FALSE(m_storage.MaskData_Current_Init(Mode_Rejected()));
+        EXPECT_EQ(log.Records(), (Records{MaskCreateFailure(85), Failure(UNIT_FACTORY, SCOPE_FACTORY),
+                                          Failure(UNIT_STORAGE, SCOPE_STORAGE_INIT)}));
     }
-    EXPECT_EQ(storage.MaskData_Current_Get(), nullptr);
-    EXPECT_EQ(Listed(storage), (std::vector<int>{1}));
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    EXPECT_EQ(storage.MaskData_Current_Get(), first);
+    EXPECT_EQ(m_storage.MaskData_Current_Get(), nullptr);
+    EXPECT_EQ(Listed(m_storage), CNumbers{1});
+    ASSERT_TRUE(Init(m_storage, {1}));
+    EXPECT_EQ(m_storage.MaskData_Current_Get(), first);
 }
 
-TEST(MaskDataStorage, ListWithinItsLimitIsLeftAlone)
+TEST_F(Storage, NullAtTheFrontIsEvictedLikeAnyOther)
 {
-    CMaskDataStorage storage;
-    for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
-    SMaskDataStorage_Peek peek{storage};
-    EXPECT_TRUE(peek.Release_One_FromFront_If_OutOfRange());
-    EXPECT_EQ(peek.List().size(), 5U);
+    ASSERT_TRUE(Init(m_storage, {1, 2, 3, 4, 5}));
+    EXPECT_TRUE(m_peek.Release_One_FromFront_If_OutOfRange()); // five are within the limit
+    m_peek.List().push_front(nullptr);
+    EXPECT_TRUE(m_peek.Release_One_FromFront_If_OutOfRange());
+    EXPECT_EQ(Listed(m_storage), (CNumbers{1, 2, 3, 4, 5}));
 }
 
-TEST(MaskDataStorage, NullEntryAtTheFrontIsEvictedLikeAnyOther)
+TEST_F(Storage, ReleasingTheContentKeepsTheCurrentPointer)
 {
-    CMaskDataStorage storage;
-    for (int mode = 1; mode <= 5; ++mode)
-        ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(mode)));
-    SMaskDataStorage_Peek peek{storage};
-    peek.List().push_front(nullptr);
-    EXPECT_TRUE(peek.Release_One_FromFront_If_OutOfRange());
-    EXPECT_EQ(Listed(storage), (std::vector<int>{1, 2, 3, 4, 5}));
+    ASSERT_TRUE(Init(m_storage, {1}));
+    const CMaskData_Base* before = m_peek.Current();
+    EXPECT_TRUE(m_peek.Release_ListMaskData_Content());
+    EXPECT_TRUE(m_peek.List().empty());
+    EXPECT_EQ(m_peek.Current(), before) << "it dangles until the next Init";
+    ASSERT_TRUE(Init(m_storage, {2}));
 }
 
-TEST(MaskDataStorage, ReleasingTheContentEmptiesTheListAndLeavesTheCurrentPointer)
+TEST_F(Storage, ThreadsShareOneStorage)
 {
-    CMaskDataStorage storage;
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
-    SMaskDataStorage_Peek peek{storage};
-    const CMaskData_Base* before = peek.Current();
-    EXPECT_TRUE(peek.Release_ListMaskData_Content());
-    EXPECT_EQ(peek.List().size(), 0U);
-    EXPECT_EQ(peek.Current(), before) << "the pointer dangles; nothing but a new Init mends it";
-    ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(2)));
-}
-
-TEST(MaskDataStorage, ThreadsShareOneStorage)
-{
-    constexpr int THREADS = 4;
-    constexpr int ROUNDS = 25;
-    CMaskDataStorage storage;
     std::atomic<int> failures = 0;
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < THREADS; ++thread) {
-        threads.emplace_back([&storage, &failures, thread] {
-            for (int round = 0; round < ROUNDS; ++round) {
-                if (!storage.MaskData_Current_Init(MaskParam_Small((thread + round) % 7)))
-                    ++failures;
-                if (storage.MaskData_Current_Get() == nullptr)
-                    ++failures;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&storage = m_storage, &failures, thread] {
+            for (int round = 0; round < 25; ++round) {
+                failures += Init(storage, {(thread + round) % 7}) ? 0 : 1;
+                failures += storage.MaskData_Current_Get() != nullptr ? 0 : 1;
             }
         });
     }
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(failures, 0);
-    EXPECT_EQ(Listed(storage).size(), 5U);
+    CNumbers listed = Listed(m_storage);
+    std::sort(listed.begin(), listed.end());
+    EXPECT_EQ(listed.size(), 5U);
+    EXPECT_EQ(std::unique(listed.begin(), listed.end()), listed.end()) << "no mode twice";
+}
+
+/// Only one of two storages that share their members may be destroyed: they are swapped back in the end.
+TEST_F(Storage, CopiesShareMutexListAndCurrentObject)
+{
+    ASSERT_TRUE(Init(m_storage, {1}));
+    alignas(CMaskDataStorage) unsigned char bytes[sizeof(CMaskDataStorage)];
+    auto& constructed = *new (bytes) CMaskDataStorage(m_storage); // never destroyed
+    CMaskDataStorage assigned;
+    ASSERT_TRUE(Init(assigned, {7}));
+    alignas(CMaskDataStorage) unsigned char ownBytes[sizeof(CMaskDataStorage)];
+    const auto& own = *new (ownBytes) CMaskDataStorage(assigned); // keeps what the assignment overwrites
+    EXPECT_EQ(&(assigned = m_storage), &assigned);
+    for (CMaskDataStorage* copy : {&constructed, &assigned}) {
+        EXPECT_EQ(SMaskDataStorage_Peek{*copy}.Mutex(), m_peek.Mutex());
+        EXPECT_EQ(SMaskDataStorage_Peek{*copy}.ListPointer(), m_peek.ListPointer());
+        EXPECT_EQ(copy->MaskData_Current_Get(), m_storage.MaskData_Current_Get());
+    }
+    ASSERT_TRUE(Init(constructed, {2, 3, 4, 5, 6}));
+    EXPECT_EQ(Listed(m_storage), (CNumbers{2, 3, 4, 5, 6})) << "the limit of five is copied too";
+    assigned = own;
+    EXPECT_EQ(Listed(assigned), CNumbers{7}) << "an assignment destroys nothing";
 }
 
 } // namespace

@@ -18,14 +18,14 @@ CRanges Ramp(int rowCount, int stepRows, int level)
 
 } // namespace
 
-TEST(SlidingRamp, SixRowsInStepsOfTwoShareTheScaleInFifths)
+TEST(SlidingRamp, SixRowsShareTheScaleInFifths)
 {
     EXPECT_EQ(
         Ramp(6, 2, 65535),
         (CRanges{{52428, 65535}, {39321, 65535}, {26214, 52428}, {13107, 39321}, {0, 26214}, {0, 13107}}));
 }
 
-TEST(SlidingRamp, FollowsTheFormulaAndTilesTheScaleToItsLevel)
+TEST(SlidingRamp, FollowsTheFormulaAndTilesItsLevel)
 {
     // A step of 0 has no row to meet, so its ranges are empty. A band shorter than its step prints the whole
     // level.
