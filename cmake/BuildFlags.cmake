@@ -1,4 +1,6 @@
-# Warnings, sanitizers and coverage, carried by one target that all our own code links privately.
+# Warnings, hardening, sanitizers and coverage, carried by one target that all our own code links privately.
+
+include(CheckCXXCompilerFlag)
 
 add_library(dotweave_build_flags INTERFACE)
 
@@ -9,6 +11,32 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(dotweave_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-ffp-contract=off>)
     if(DOTWEAVE_WARNINGS_AS_ERRORS)
         target_compile_options(dotweave_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Werror>)
+    endif()
+endif()
+
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    # The same bytes whatever folder the tree and the build are in.
+    target_compile_options(
+        dotweave_build_flags INTERFACE -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+                                       -ffile-prefix-map=${PROJECT_SOURCE_DIR}=dotweave)
+endif()
+
+# Hardening, in every build that no sanitizer watches: sanitizers bring checks of their own in the same places.
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT DOTWEAVE_SANITIZERS)
+    target_compile_options(dotweave_build_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
+    # The C library checks its buffers only in optimised code, and warns elsewhere.
+    string(TOUPPER "${CMAKE_BUILD_TYPE}" build_type)
+    if("${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${build_type}}" MATCHES "-O[1-3s]")
+        target_compile_options(
+            dotweave_build_flags
+            INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-U_FORTIFY_SOURCE> $<$<COMPILE_LANGUAGE:CXX>:-D_FORTIFY_SOURCE=2>)
+    endif()
+    check_cxx_compiler_flag(-fcf-protection DOTWEAVE_HAS_CF_PROTECTION)
+    if(DOTWEAVE_HAS_CF_PROTECTION)
+        target_compile_options(dotweave_build_flags INTERFACE -fcf-protection) # assembler files too
+    endif()
+    if(UNIX AND NOT APPLE)
+        target_link_options(dotweave_build_flags INTERFACE LINKER:-z,relro LINKER:-z,now)
     endif()
 endif()
 
@@ -46,4 +74,12 @@ function(dotweave_apply_flags target)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:dotweave_build_flags>)
     target_compile_features(${target} PRIVATE cxx_std_20)
     set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# Lets a library show only what a version script lists, whatever the headers that it includes instantiate.
+function(dotweave_export_only target version_script)
+    if(UNIX AND NOT APPLE)
+        target_link_options(${target} PRIVATE LINKER:--version-script=${CMAKE_CURRENT_SOURCE_DIR}/${version_script})
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${version_script})
+    endif()
 endfunction()

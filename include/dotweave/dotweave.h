@@ -15,3 +15,4 @@
 #include "dotweave/maskparam_refusal.h"
 #include "dotweave/rawmaskdata.h"
 #include "dotweave/sinemask.h"
+#include "dotweave/version.h"

@@ -1,4 +1,7 @@
 /* The threshold table as read-only bytes: no initialisation at run time and no relocations. */
+#if defined(__CET__)
+#include <cet.h> /* marks this file fit for control-flow protection, which a library has only when all its files are */
+#endif
 #if defined(_WIN32)
     .section .rdata, "dr"
 #else

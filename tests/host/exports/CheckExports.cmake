@@ -1,12 +1,12 @@
-# Holds the symbols that the built library exports against exported.txt, one name a line, sorted:
+# Compares the symbols that the built library exports with exported.txt, one name a line, sorted:
 #   cmake -DNM=<nm> -DLIBRARY=<libdotweave.so> -P CheckExports.cmake
-# With -DUPDATE=ON it writes the list anew instead.
+# With -DUPDATE=ON it writes the list instead.
 cmake_minimum_required(VERSION 3.25)
 
 set(list_file ${CMAKE_CURRENT_LIST_DIR}/exported.txt)
 include(${CMAKE_CURRENT_LIST_DIR}/ReadSymbols.cmake)
 symbols_read(lines defined-only)
-# A name may hold blanks; its type letter, place and size stand behind it. Compilers differ in the letter.
+# A name may contain blanks; its type letter, place and size follow it. Compilers differ in the letter.
 list(TRANSFORM lines REPLACE " [A-Za-z] [0-9a-f]*( [0-9a-f]*)?$" "")
 list(REMOVE_DUPLICATES lines) # constructors and destructors come in several kinds
 list(SORT lines)

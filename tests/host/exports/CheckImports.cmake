@@ -1,9 +1,10 @@
-# Looks for operations that a library inside a host's process must not call: those that end the process, write
-# to its console, start processes or threads of their own, or take its signals.
+# Fails when the library calls an operation that must not be called inside a host's process: one that ends the
+# process, writes to its console, starts processes or threads, or takes its signals. The checked forms of the C
+# library, such as __printf_chk, count as the plain ones.
 #   cmake -DNM=<nm> -DLIBRARY=<libdotweave.so> -P CheckImports.cmake
-# Not looked for: fopen, fprintf and fclose, which the cut table dump calls on a file of its own; __assert_fail,
-# which only builds with assertions have, out of the headers of Boost; std::terminate and what a compiler names
-# in its stead, which is where an exception out of a noexcept operation ends in any C++.
+# Allowed: fopen, fprintf and fclose, which the cut table dump calls on a file of its own; __assert_fail, from the
+# headers of Boost in builds with assertions; std::terminate and what a compiler calls instead, which is where an
+# exception out of a noexcept operation ends in any C++.
 cmake_minimum_required(VERSION 3.25)
 
 set(forbidden
@@ -17,7 +18,7 @@ list(TRANSFORM lines REPLACE "(@[A-Za-z0-9_.]+)? [A-Za-z]( .*)?$" "")
 if(NOT "memcpy" IN_LIST lines)
     message(FATAL_ERROR "This is no list of what a library calls:\n${lines}")
 endif()
-list(FILTER lines INCLUDE REGEX "^(${forbidden})([(].*)?$")
+list(FILTER lines INCLUDE REGEX "^(__)?(${forbidden})(_chk)?([(].*)?$")
 if(lines)
     list(JOIN lines "\n  " text)
     message(FATAL_ERROR "The library calls what it must not:\n  ${text}")

@@ -1,4 +1,4 @@
-# Runs a probe on the library and holds its exit code and its console against nothing at all:
+# Runs a probe on the library, which must exit with 0 and write nothing:
 #   cmake -DPROBE=<loadprobe or unloadprobe> -DLIBRARY=<libdotweave.so> -P CheckLoad.cmake
 cmake_minimum_required(VERSION 3.25)
 
