@@ -56,27 +56,28 @@ int WorkItems(const CMaskData_Base& mask)
     return param.colorCount * (mask.MaskBytes_OneColor() / mask.MaskBytes_OnePosition()) * param.yResPass;
 }
 
-/// Lets the threads of the mask before leave, as they have long done when a press changes its mode.
-void Threads_LetLeave()
+/// Pauses between two creations. A press takes longer than the short one whenever it changes its mode.
+constexpr std::chrono::microseconds SHORT_PAUSE(200);
+constexpr std::chrono::microseconds NO_PAUSE(0);
+
+void Pause_Make(std::chrono::microseconds pause)
 {
-    constexpr std::chrono::microseconds LEAVE_TIME(200);
-    for (const CClock::time_point end = CClock::now() + LEAVE_TIME; CClock::now() < end;)
+    for (const CClock::time_point end = CClock::now() + pause; CClock::now() < end;)
         boost::this_thread::yield();
 }
 
 /// Times a way to build a mask object, each time on a new object. Small masks are built several times, and
 /// the median counts, because the machine's own work takes longer than they do when it comes in between.
 template <typename TBuild>
-void Mask_Bench(benchmark::State& state, TBuild build)
+void Mask_Bench(benchmark::State& state, TBuild build, std::chrono::microseconds pause = SHORT_PAUSE)
 {
-    constexpr std::chrono::milliseconds FIGURE_TIME(
-        2); // of creations in one figure, or one that takes longer
+    constexpr std::chrono::milliseconds FIGURE_TIME(2); // creations of one figure take so long, or it is one
     std::size_t bytes = 0;
     for ([[maybe_unused]] const auto iteration : state) {
         std::vector<CClock::duration> times;
         for (CClock::duration sum(0); sum < FIGURE_TIME; sum += times.back()) {
             CMaskData_Base mask;
-            Threads_LetLeave();
+            Pause_Make(pause);
             const std::optional<CClock::duration> time = Timed([&] { return build(mask); });
             if (!time) {
                 state.SkipWithError(CANNOT_BE_BUILT);
@@ -96,6 +97,12 @@ void Mask_Bench(benchmark::State& state, TBuild build)
 void Create_Bench(benchmark::State& state, const SMaskParam& param)
 {
     Mask_Bench(state, [&](CMaskData_Base& mask) { return mask.Create(param); });
+}
+
+void CreateInARow_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    Mask_Bench(
+        state, [&](CMaskData_Base& mask) { return mask.Create(param); }, NO_PAUSE);
 }
 
 /// The whole mask by the plain loops on the calling thread. None of the modes splits resolution passes.
@@ -216,6 +223,7 @@ void Create_Register()
     const auto modes = PressModes_Get();
     for (const SPressMode& mode : modes) {
         Register("create", mode, &Create_Bench)->UseManualTime();
+        Register("create_in_a_row", mode, &CreateInARow_Bench)->UseManualTime();
         Register("one_thread", mode, &OneThread_Bench)->UseManualTime();
     }
     Register("create", PressMode_W2Sine_Get(), &Create_Bench)->UseManualTime();
