@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -28,15 +28,7 @@ SMaskParam MaskParam_TwoByTwo()
 
 } // namespace
 
-TEST(MaskDataBaseCreate, GoodCreationLogsNothing)
-{
-    const CLogCapture log;
-    CMaskData_Base mask;
-    EXPECT_TRUE(mask.Create(MaskParam_TwoByTwo()));
-    EXPECT_EQ(log.Records(), Records());
-}
-
-TEST(MaskDataBaseCreate, ASecondCallMakesNewArraysAndANewBlockAndKeepsTheOldOnes)
+TEST(MaskDataCreate, ASecondCallKeepsTheOldBuffers)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
@@ -55,57 +47,46 @@ TEST(MaskDataBaseCreate, ASecondCallMakesNewArraysAndANewBlockAndKeepsTheOldOnes
     EXPECT_TRUE(std::equal(oldBytes.begin(), oldBytes.end(), oldBlock->MaskData()));
 }
 
-TEST(MaskDataBaseCreate, ColorTimesFromOnceToEveryPassAreAccepted)
+TEST(MaskDataCreate, TakesColorTimesUpToThePasses)
 {
     SMaskParam param = MaskParam_Plain();
     param.basePass = 4;
     for (param.colorTimes = 1; param.colorTimes <= 4; ++param.colorTimes) {
+        const CLogCapture log;
         CMaskData_Base mask;
         EXPECT_TRUE(mask.Create(param)) << param;
+        EXPECT_EQ(log.Records(), Records());
     }
 }
 
-TEST(MaskDataBaseCreate, ColorTimesOutsideThePassesFailBeforeAnythingIsComputed)
+TEST(MaskDataCreate, RefusesOtherColorTimesFirst)
 {
-    for (const int colorTimes :
-         {0, 5, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+    constexpr int MOST = std::numeric_limits<int>::max();
+    constexpr int LEAST = std::numeric_limits<int>::min();
+    for (const auto& [basePass, colorTimes] :
+         {std::pair(4, 0), std::pair(4, 5), std::pair(4, -1), std::pair(4, MOST), std::pair(4, LEAST),
+          std::pair(0, 1), std::pair(0, 0), std::pair(-1, -1), std::pair(LEAST, 1),
+          std::pair(LEAST, LEAST)}) {
         SMaskParam param = MaskParam_TwoByTwo();
         param.resSplitType = ResSplit_X2Y2;
+        param.basePass = basePass;
         param.colorTimes = colorTimes;
         const CLogCapture log;
         CMaskData_Base mask;
-        EXPECT_FALSE(mask.Create(param));
-        EXPECT_EQ(log.Records(), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85)}));
+        EXPECT_FALSE(mask.Create(param)) << param;
+        EXPECT_EQ(log.Records(), Records({MaskCreateFailure(85)}));
         // Only the two copies are there: no split, no geometry.
         EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
         EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(param));
         SMaskData_Base_Peek peek{mask};
         EXPECT_EQ(peek.BaseMaskHeight(), 0);
-        EXPECT_EQ(peek.BaseMaskWidth(), 0);
         EXPECT_EQ(peek.StepHeight_NoneRes(), 0);
-        EXPECT_EQ(peek.MaskHeight_NoneRes(), 0);
         EXPECT_EQ(peek.XResStep(), nullptr);
-        EXPECT_EQ(peek.YResStep(), nullptr);
         EXPECT_EQ(peek.MaskBlock(), nullptr);
     }
 }
 
-TEST(MaskDataBaseCreate, WithoutAPassNoColorTimesAreAccepted)
-{
-    for (const int basePass : {0, -1, std::numeric_limits<int>::min()}) {
-        for (const int colorTimes : {1, 0, basePass}) {
-            SMaskParam param = MaskParam_Plain();
-            param.basePass = basePass;
-            param.colorTimes = colorTimes;
-            const CLogCapture log;
-            CMaskData_Base mask;
-            EXPECT_FALSE(mask.Create(param));
-            EXPECT_EQ(log.Records(), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 85)}));
-        }
-    }
-}
-
-TEST(MaskDataBaseCreate, EveryFailingStepLogsItselfFirstAndCreateLast)
+TEST(MaskDataCreate, FailingStepsLogFirstAndCreateLast)
 {
     struct SCase {
         SMaskParam param;
@@ -119,25 +100,22 @@ TEST(MaskDataBaseCreate, EveryFailingStepLogsItselfFirstAndCreateLast)
     noStep.basePass = 4;
     SMaskParam noStepSmooth2 = MaskParam_Feathered(FeatherNozzle_Smooth_2, 3, 4, 50.0F);
     SMaskParam noStepSmooth3 = MaskParam_Feathered(FeatherNozzle_Smooth_3, 3, 4, 50.0F);
-    const std::string prefix = "bool __cdecl CMaskData_Base::";
     const std::vector<SCase> cases = {
-        {unknownMode, Failure(UNIT_MASK, prefix + "InitNoneRes(void)", 163), 117},
+        {unknownMode, Failure(UNIT_MASK, SCOPE_INIT_NONE_RES, 163), 117},
         {MaskParam_Feathered(FeatherNozzle_Reserved, 544, 4, 50.0F),
-         Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle(void)", 182), 117},
-        {MaskParam_Feathered(0, 544, 4, 50.0F),
-         Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle(void)", 182), 117},
-        {noStep, Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNone(void)", 237), 117},
-        {noStepSmooth2, Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle_Smooth_2(void)", 205), 117},
-        {noStepSmooth3, Failure(UNIT_MASK, prefix + "InitNoneRes_FeatherNozzle_Smooth_3(void)"), 117},
+         Failure(UNIT_MASK, SCOPE_FEATHER_NOZZLE, 182), 117},
+        {noStep, Failure(UNIT_MASK, SCOPE_FEATHER_NONE, 237), 117},
+        {noStepSmooth2, Failure(UNIT_MASK, SCOPE_SMOOTH_2, 205), 117},
+        {noStepSmooth3, Failure(UNIT_MASK, SCOPE_SMOOTH_3), 117},
         {MaskParam_Feathered(FeatherNozzle_Smooth_2, 544, 4, 0.0F),
-         {prefix + "InitResParam(void)", UNIT_MASK, 941, 1, "m_maskHeight = 544, m_leadBlankHeight = 544"},
+         {SCOPE_RES_PARAM, UNIT_MASK, 941, 1, "m_maskHeight = 544, m_leadBlankHeight = 544"},
          118}};
     for (const SCase& c : cases) {
         SCOPED_TRACE(testing::Message() << c.param);
         const CLogCapture log;
         CMaskData_Base mask;
         EXPECT_FALSE(mask.Create(c.param));
-        EXPECT_EQ(log.Records(), Records({c.first, Failure(UNIT_MASK, SCOPE_MASK_CREATE, c.createLine)}));
+        EXPECT_EQ(log.Records(), Records({c.first, MaskCreateFailure(c.createLine)}));
         EXPECT_EQ(SMaskData_Base_Peek{mask}.MaskBlock(), nullptr);
         EXPECT_EQ(SMaskData_Base_Peek{mask}.BaseMaskHeight(), 544); // set before the steps, never undone
         EXPECT_EQ(SMaskData_Base_Peek{mask}.BaseMaskWidth(), 544);
@@ -145,7 +123,7 @@ TEST(MaskDataBaseCreate, EveryFailingStepLogsItselfFirstAndCreateLast)
     }
 }
 
-TEST(MaskDataBaseCreate, MasksThatNeverRepeatFailAtTheMaskSize)
+TEST(MaskDataCreate, MasksThatNeverRepeatFail)
 {
     // A million and three rows are a prime number: the masks of 273 positions do not fit into 32 bits.
     SMaskParam param = MaskParam_Plain();
@@ -153,13 +131,13 @@ TEST(MaskDataBaseCreate, MasksThatNeverRepeatFailAtTheMaskSize)
     const CLogCapture log;
     CMaskData_Base mask;
     EXPECT_FALSE(mask.Create(param));
-    EXPECT_EQ(log.Records(), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 119)}));
+    EXPECT_EQ(log.Records(), Records({MaskCreateFailure(119)}));
     EXPECT_EQ(SMaskData_Base_Peek{mask}.MaskBlock(), nullptr);
     EXPECT_EQ(mask.MaskHeight_IncludeRes(), 1000003); // nothing is undone
     EXPECT_EQ(mask.YResStep()[0], 0);
 }
 
-TEST(MaskDataBaseCreate, ThresholdRowsAreLoweredByTheSearchAndColumnsAreNot)
+TEST(MaskDataCreate, TheSearchLowersRowsAndNotColumns)
 {
     SMaskParam param = MaskParam_Plain();
     param.nozzleCount = 100;

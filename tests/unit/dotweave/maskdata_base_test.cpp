@@ -14,7 +14,7 @@
 #include <limits>
 #include <new>
 #include <thread>
-#include <utility>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -48,40 +48,20 @@ std::vector<unsigned char> MemberBytes(const CMaskData_Base& mask)
 
 } // namespace
 
-TEST(MaskDataBase, IsAllZeroWhenConstructedOnDirtyMemory)
+static_assert(std::has_virtual_destructor_v<CMaskData_Base>); // destroyed through it: StorageRelease
+
+TEST(MaskData, IsAllZeroOnDirtyMemory)
 {
     alignas(CMaskData_Base) std::array<unsigned char, sizeof(CMaskData_Base)> storage = {};
     storage.fill(0xA5);
     auto* mask = new (storage.data()) CMaskData_Base;
     EXPECT_EQ(MemberBytes(*mask), std::vector<unsigned char>(sizeof(CMaskData_Base) - sizeof(void*), 0));
+    EXPECT_EQ(mask->SplitCount_XRes_Get(), 1);
+    EXPECT_EQ(mask->SplitCount_YRes_Get(), 1);
     mask->~CMaskData_Base();
 }
 
-TEST(MaskDataBase, EveryAccessorOfAFreshObjectIsZero)
-{
-    const CMaskData_Base mask;
-    const SMaskParam zero = {};
-    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(zero));
-    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(zero));
-    EXPECT_EQ(mask.BasePass(), 0);
-    EXPECT_EQ(mask.XResPass(), 0);
-    EXPECT_EQ(mask.YResPass(), 0);
-    EXPECT_EQ(mask.BitsPerPixel(), 0);
-    EXPECT_EQ(mask.MaskWidth(), 0);
-    EXPECT_EQ(mask.MaskHeight_IncludeRes(), 0);
-    EXPECT_EQ(mask.StepHeight_IncludeRes(), 0);
-    EXPECT_EQ(mask.RealStepHeight_IncludeRes(), 0);
-    EXPECT_EQ(mask.LeadBlankHeight_IncludeRes(), 0);
-    EXPECT_EQ(mask.XResStep(), nullptr);
-    EXPECT_EQ(mask.YResStep(), nullptr);
-    EXPECT_EQ(mask.MaskLineBytes_OneColor(), 0);
-    EXPECT_EQ(mask.MaskBytes_OnePosition(), 0);
-    EXPECT_EQ(mask.MaskBytes_OneColor(), 0);
-    EXPECT_EQ(mask.SplitCount_XRes_Get(), 1);
-    EXPECT_EQ(mask.SplitCount_YRes_Get(), 1);
-}
-
-TEST(MaskDataBase, MembersStandInTheAgreedOrderWithoutGaps)
+TEST(MaskData, MembersAreInTheAgreedOrderWithoutGaps)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
@@ -101,7 +81,7 @@ TEST(MaskDataBase, MembersStandInTheAgreedOrderWithoutGaps)
         {&peek.BaseMaskWidth(), 4},           {&peek.Smooth2PassHeight(), 4},
         {&peek.Smooth2PassHeightTotal(), 4},  {&peek.Smooth2FeatherHeightTotal(), 4},
         {&peek.Smooth2FeatherHeight(), 4}};
-    std::size_t offset = sizeof(void*); // no base class: only the virtual table stands in front
+    std::size_t offset = sizeof(void*); // no base class: only the virtual table comes first
     for (std::size_t i = 0; i < members.size(); ++i) {
         EXPECT_EQ(static_cast<const char*>(members[i].address) - reinterpret_cast<const char*>(&mask),
                   static_cast<std::ptrdiff_t>(offset))
@@ -111,7 +91,7 @@ TEST(MaskDataBase, MembersStandInTheAgreedOrderWithoutGaps)
     EXPECT_EQ(offset, sizeof mask);
 }
 
-TEST(MaskDataBase, AccessorsOfAWorkedMode)
+TEST(MaskData, AccessorsOfAModeAsWorkedByHand)
 {
     const SMaskParam param = MaskParam_FourPositions();
     CMaskData_Base mask;
@@ -140,7 +120,7 @@ TEST(MaskDataBase, AccessorsOfAWorkedMode)
     EXPECT_EQ(block.MaskDataBytesCount(), 3 * 4 * 295936);
 }
 
-TEST(MaskDataBase, BlockHoldsOneColorsBytesForEveryColor)
+TEST(MaskData, BlockHoldsOneColorsBytesForEveryColor)
 {
     for (int colors = 1; colors <= 5; ++colors) {
         for (int bits = 1; bits <= 2; ++bits) {
@@ -160,58 +140,43 @@ TEST(MaskDataBase, BlockHoldsOneColorsBytesForEveryColor)
     }
 }
 
-TEST(MaskDataBase, CallersThatStartAtMinusOneWalkAllPositionsInTurn)
-{
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
-    const std::uint8_t* const first = SMaskData_Base_Peek{mask}.MaskBlock()->MaskData_Const();
-    for (int color = 0; color < 3; ++color) {
-        int position = -1;
-        for (int call = 0; call < 10; ++call) {
-            const std::uint8_t* const bytes = mask.MaskData_Get(color, position);
-            EXPECT_EQ(position, call % 4);
-            EXPECT_EQ(bytes - first, color * 4 * 295936 + call % 4 * 295936);
-        }
-    }
-}
-
-TEST(MaskDataBase, PositionsWrapWhereverTheCounterStood)
+TEST(MaskData, EveryCallAdvancesToTheNextPosition)
 {
     constexpr int MOST = std::numeric_limits<int>::max();
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(MaskParam_SeventeenPositions()));
-    const std::uint8_t* const first = SMaskData_Base_Peek{mask}.MaskBlock()->MaskData_Const();
-    const std::vector<std::pair<int, int>> cases = {
-        {-5, 0},      {-1, 0},  {std::numeric_limits<int>::min(), 0},
-        {0, 1},       {15, 16}, {16, 0},
-        {17, 1},      {18, 2},  {100, 16},
-        {MOST, 9}, // 2147483648 = 17 * 126322567 + 9
-        {MOST - 1, 8}};
-    for (const auto& [before, after] : cases) {
-        int position = before;
-        const std::uint8_t* const bytes = mask.MaskData_Get(0, position);
-        EXPECT_EQ(position, after) << "after " << before;
-        EXPECT_EQ(bytes - first, after * 128 * 68) << "after " << before;
+    constexpr int LEAST = std::numeric_limits<int>::min();
+    struct SMode {
+        SMaskParam param;
+        int positionCount, positionBytes;
+    };
+    for (const SMode& mode :
+         {SMode{MaskParam_Plain(), 1, 544 * 68}, SMode{MaskParam_FourPositions(), 4, 295936},
+          SMode{MaskParam_SeventeenPositions(), 17, 128 * 68}}) {
+        CMaskData_Base mask;
+        ASSERT_TRUE(mask.Create(mode.param));
+        const std::uint8_t* const first = SMaskData_Base_Peek{mask}.MaskBlock()->MaskData_Const();
+        for (int color = 0; color < mode.param.colorCount; ++color)
+            for (const std::int64_t before :
+                 {-1, 0, 1, 2, 3, 4, 15, 16, 17, 100, -5, LEAST, MOST, MOST - 1}) {
+                const auto after = before < 0 ? 0 : (before + 1) % mode.positionCount;
+                int position = static_cast<int>(before);
+                const std::uint8_t* const bytes = mask.MaskData_Get(color, position);
+                EXPECT_EQ(position, after) << "after " << before;
+                EXPECT_EQ(bytes - first, (color * mode.positionCount + after) * mode.positionBytes) << before;
+            }
     }
 }
 
-TEST(MaskDataBase, ColorsBeyondTheLastGiveNothingAndLeaveThePosition)
+TEST(MaskData, OnlyColorsBeyondTheLastGiveNothing)
 {
     CMaskData_Base mask;
     ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
-    for (const int color : {3, 4, std::numeric_limits<int>::max()}) {
+    for (const int color : {3, 4, std::numeric_limits<int>::max()})
         for (const int before : {-5, 0, 3, std::numeric_limits<int>::max()}) {
             int position = before;
             EXPECT_EQ(mask.MaskData_Get(color, position), nullptr);
             EXPECT_EQ(position, before);
         }
-    }
-}
-
-TEST(MaskDataBase, NegativeColorsAreNotChecked)
-{
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
+    // A negative color is not checked.
     int position = 1;
     const auto bytes = reinterpret_cast<std::uintptr_t>(mask.MaskData_Get(-1, position));
     EXPECT_EQ(position, 2);
@@ -220,21 +185,7 @@ TEST(MaskDataBase, NegativeColorsAreNotChecked)
     EXPECT_EQ(first - bytes, 4U * 295936U - 2U * 295936U);
 }
 
-TEST(MaskDataBase, ASinglePositionIsHandedOutForEver)
-{
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(MaskParam_Plain())); // 544 rows in steps of 544
-    int position = -1;
-    const std::uint8_t* const bytes = mask.MaskData_Get(0, position);
-    EXPECT_EQ(position, 0);
-    for (const int before : {0, 1, 77, -3, std::numeric_limits<int>::max()}) {
-        position = before;
-        EXPECT_EQ(mask.MaskData_Get(0, position), bytes);
-        EXPECT_EQ(position, 0);
-    }
-}
-
-TEST(MaskDataBase, ManyThreadsReadACreatedObjectAtOnce)
+TEST(MaskData, ManyThreadsReadItAtOnce)
 {
     CMaskData_Base mask;
     ASSERT_TRUE(mask.Create(MaskParam_FourPositions()));
@@ -272,3 +223,43 @@ TEST(MaskDataBase, ManyThreadsReadACreatedObjectAtOnce)
         thread.join();
     EXPECT_EQ(wrong, 0);
 }
+
+namespace {
+
+/// Creates the first mask object and copies it into the second, which is never destroyed: the two share all
+/// buffers.
+class MaskDataCopy : public testing::Test {
+protected:
+    MaskDataCopy() { EXPECT_TRUE(m_source.Create(MaskParam_SeventeenPositions())); }
+
+    void ExpectShared(const CMaskData_Base& copy) const
+    {
+        EXPECT_EQ(MemberBytes(copy), MemberBytes(m_source));
+        EXPECT_EQ(copy.XResStep(), m_source.XResStep());
+        EXPECT_EQ(copy.YResStep(), m_source.YResStep());
+        int position = 7;
+        int samePosition = 7;
+        EXPECT_EQ(copy.MaskData_Get(0, position), m_source.MaskData_Get(0, samePosition));
+    }
+
+    CMaskData_Base m_source;
+    alignas(CMaskData_Base) std::array<unsigned char, sizeof(CMaskData_Base)> m_bytes = {};
+};
+
+TEST_F(MaskDataCopy, SharesEverythingWithItsSource)
+{
+    ExpectShared(*new (m_bytes.data()) CMaskData_Base(m_source));
+    auto* assigned = new (m_bytes.data()) CMaskData_Base;
+    EXPECT_EQ(&(*assigned = m_source), assigned);
+    ExpectShared(*assigned);
+}
+
+TEST_F(MaskDataCopy, MayBeTheOneThatIsDestroyed)
+{
+    auto* source = new (m_bytes.data()) CMaskData_Base;
+    ASSERT_TRUE(source->Create(MaskParam_Small(1)));
+    const CMaskData_Base copy(*source); // frees the shared buffers; a leak check would report them otherwise
+    EXPECT_EQ(copy.XResStep(), source->XResStep());
+}
+
+} // namespace

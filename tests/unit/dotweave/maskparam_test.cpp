@@ -34,7 +34,7 @@ constexpr std::array<SSplitCase, 11> SPLIT_CASES = {{{0, 1, 1},
                                                      {std::numeric_limits<int>::max(), 1, 1},
                                                      {std::numeric_limits<int>::min(), 1, 1}}};
 
-/// A record whose creation ends right behind the split: the feather mode does not exist.
+/// A record whose creation ends right after the split: the feather mode does not exist.
 SMaskParam MaskParam_UpToTheSplit(int resSplitType, int xResPass, int yResPass)
 {
     SMaskParam param = MaskParam_Plain();
@@ -47,7 +47,7 @@ SMaskParam MaskParam_UpToTheSplit(int resSplitType, int xResPass, int yResPass)
 
 } // namespace
 
-TEST(MaskParam, IsFortyEightBytesOfTwelveFieldsInTheAgreedOrder)
+TEST(MaskParam, FieldsAreInTheAgreedOrder)
 {
     ASSERT_EQ(sizeof(SMaskParam), 48U);
     std::array<std::int32_t, 12> words = {};
@@ -68,7 +68,7 @@ TEST(MaskParam, IsFortyEightBytesOfTwelveFieldsInTheAgreedOrder)
     EXPECT_EQ(param.resSplitType, 12000);
 }
 
-TEST(MaskParam, HasElevenSignedIntegersAndOneSingleFloat)
+TEST(MaskParam, NoByteBelongsToAGap)
 {
     static_assert(std::is_same_v<decltype(SMaskParam::nozzleCount), std::int32_t>);
     static_assert(std::is_same_v<decltype(SMaskParam::basePass), std::int32_t>);
@@ -94,7 +94,7 @@ TEST(MaskParam, HasElevenSignedIntegersAndOneSingleFloat)
     EXPECT_EQ(MaskParam_Bytes(param), (std::array<unsigned char, 48>{}));
 }
 
-TEST(MaskParam, EnumeratorsHaveTheValuesThatHostsStore)
+TEST(MaskParam, EnumeratorsHaveAgreedValues)
 {
     EXPECT_EQ(FeatherMode_None, 0);
     EXPECT_EQ(FeatherMode_Nozzle, 1);
@@ -110,12 +110,12 @@ TEST(MaskParam, EnumeratorsHaveTheValuesThatHostsStore)
     EXPECT_EQ(ResSplit_X2Y2, 5);
 }
 
-TEST(MaskParam, SplitDividesTheCurrentCopyAndDropsTheRemainder)
+TEST(MaskParam, SplitDividesAndDropsTheRemainder)
 {
     const CLogCapture quiet;
     for (const SSplitCase& split : SPLIT_CASES) {
-        for (int x = 1; x <= 9; ++x) {
-            for (int y = 1; y <= 9; ++y) {
+        for (int x = -5; x <= 9; ++x) { // truncated toward zero, and maybe to no pass at all
+            for (int y = -5; y <= 9; ++y) {
                 const SMaskParam param = MaskParam_UpToTheSplit(split.resSplitType, x, y);
                 SCOPED_TRACE(testing::Message() << param);
                 CMaskData_Base mask;
@@ -133,23 +133,6 @@ TEST(MaskParam, SplitDividesTheCurrentCopyAndDropsTheRemainder)
             }
         }
     }
-}
-
-TEST(MaskParam, SplitTruncatesTowardZero)
-{
-    const CLogCapture quiet;
-    CMaskData_Base mask;
-    EXPECT_FALSE(mask.Create(MaskParam_UpToTheSplit(ResSplit_X2Y2, -3, -5)));
-    EXPECT_EQ(mask.XResPass(), -1);
-    EXPECT_EQ(mask.YResPass(), -2);
-}
-
-TEST(MaskParam, SplitMayLeaveNoPass)
-{
-    const CLogCapture quiet;
-    CMaskData_Base mask;
-    EXPECT_FALSE(mask.Create(MaskParam_UpToTheSplit(ResSplit_Y3, 1, 2)));
-    EXPECT_EQ(mask.YResPass(), 0);
 }
 
 TEST(MaskParam, EveryPlainSplitCanBeBuilt)
@@ -174,42 +157,21 @@ TEST(MaskParam, EveryPlainSplitCanBeBuilt)
     }
 }
 
-TEST(MaskParam, FivePassesInTwoPartsAreTwo)
+TEST(MaskParam, OnlyRowsLeftOverSwitchTheCurrentCopy)
 {
-    SMaskParam param = MaskParam_Plain();
-    param.yResPass = 5;
-    param.resSplitType = ResSplit_Y2;
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(param));
-    EXPECT_EQ(mask.MaskParam_Current().yResPass, 2);
-    EXPECT_EQ(mask.MaskParam_Input().yResPass, 5);
-}
-
-TEST(MaskParam, RowsLeftOverSwitchTheCurrentCopyToSmooth2Alone)
-{
-    SMaskParam param = MaskParam_Plain();
-    param.basePass = 3; // 544 rows leave one over
-    param.featherNozzleType = FeatherNozzle_Smooth_3;
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(param));
-    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
-    EXPECT_EQ(mask.MaskParam_Current().featherMode, 1);
-    EXPECT_EQ(mask.MaskParam_Current().featherNozzleType, 1);
-    SMaskParam rest = mask.MaskParam_Current();
-    rest.featherMode = param.featherMode;
-    rest.featherNozzleType = param.featherNozzleType;
-    EXPECT_EQ(MaskParam_Bytes(rest), MaskParam_Bytes(param));
-}
-
-TEST(MaskParam, RowsThatDivideLeaveTheCurrentCopyAlone)
-{
-    SMaskParam param = MaskParam_Plain();
-    param.basePass = 4;
-    param.featherNozzleType = FeatherNozzle_Smooth_3;
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(param));
-    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
-    EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(param));
+    for (const int basePass : {3, 4}) { // 544 rows in 3 passes leave one over
+        SMaskParam param = MaskParam_Plain();
+        param.basePass = basePass;
+        param.featherNozzleType = FeatherNozzle_Smooth_3;
+        CMaskData_Base mask;
+        ASSERT_TRUE(mask.Create(param));
+        EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param));
+        if (basePass == 3) {
+            param.featherMode = FeatherMode_Nozzle;
+            param.featherNozzleType = FeatherNozzle_Smooth_2;
+        }
+        EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Current()), MaskParam_Bytes(param));
+    }
 }
 
 TEST(MaskParam, BothCopiesKeepTheBitsOfARefusedRecord)
