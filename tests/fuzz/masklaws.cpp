@@ -2,7 +2,7 @@
 
 #include "cuttables.h"
 #include "maskdots.h"
-#include "masksize.h"
+#include "matrixrepeat.h"
 #include "peek.h"
 #include "plainmask.h"
 #include "printlaw.h"
@@ -20,18 +20,6 @@ constexpr int WIDTH = CSheet::WIDTH;
 
 /// Columns of the sheet on which the prints are counted.
 constexpr int COUNTED_COLUMNS = 48;
-
-/// Feather zones of `feather` rows around pass zones, each pair one step.
-SLayout Layout_Zones(int step, int passes, int feather)
-{
-    return {step,
-            passes * step + feather,
-            passes * step,
-            feather,
-            step - feather,
-            (passes + 1) * feather,
-            passes * (step - feather)};
-}
 
 /// Without zones of their own.
 SLayout Layout_Whole(int step, int height, int leadBlank)

@@ -5,16 +5,18 @@
 #include "maskparams.h"
 #include "peek.h"
 
+#include <gtest/gtest.h>
+
 #include <ostream>
 #include <vector>
 
 /// @file
-/// The nozzle-row set-up of a mask object, run on its own and looked at from all sides.
+/// Runs the nozzle-row set-up of a mask object on its own and shows everything that it sets.
 
-/// A member that a set-up step must not have touched still has this value.
+/// The value of a member that the set-up has not set.
 inline constexpr int UNTOUCHED = -7777;
 
-/// What the set-up in nozzle rows leaves behind.
+/// What the set-up in nozzle rows sets.
 struct SLayout {
     int step = UNTOUCHED;
     int maskHeight = UNTOUCHED;
@@ -34,14 +36,43 @@ inline std::ostream& operator<<(std::ostream& stream, const SLayout& layout)
                   << layout.passHeightTotal << "}";
 }
 
-/// The set-up of one head, with everything that it sets or may switch.
+/// Feather zones of `feather` rows around pass zones, each pair one step.
+inline SLayout Layout_Zones(int step, int passes, int feather)
+{
+    return {step,
+            passes * step + feather,
+            passes * step,
+            feather,
+            step - feather,
+            (passes + 1) * feather,
+            passes * (step - feather)};
+}
+
+/// A layout without zones of its own.
+inline SLayout Layout_Hard(int step, int maskHeight, int leadBlank)
+{
+    SLayout layout;
+    layout.step = step;
+    layout.maskHeight = maskHeight;
+    layout.leadBlank = leadBlank;
+    return layout;
+}
+
+/// What the set-up of a head returns, sets, may switch and logs.
 struct SSetUp {
     bool isDone = false;
     SLayout layout;
     int featherMode = 0;
     int featherNozzleType = 0;
-    std::vector<SLogRecord> records;
+    std::vector<SLogRecord> records = {};
+    bool operator==(const SSetUp&) const = default;
 };
+
+inline std::ostream& operator<<(std::ostream& stream, const SSetUp& setUp)
+{
+    return stream << (setUp.isDone ? "done " : "refused ") << setUp.layout << " mode " << setUp.featherMode
+                  << " type " << setUp.featherNozzleType << ' ' << testing::PrintToString(setUp.records);
+}
 
 /// Runs the set-up on the record as the current copy, with every member that it may set at UNTOUCHED.
 inline SSetUp SetUp_Of(const SMaskParam& param)
@@ -65,8 +96,8 @@ inline SSetUp SetUp_Of(const SMaskParam& param)
     return result;
 }
 
-/// Hard edges; the feather profile is not read and shows a switch.
-inline SMaskParam FeatherNone(int nozzleCount, int basePass, int xResPass, int yResPass)
+/// A head with hard edges. The feather type is not read and shows a switch.
+inline SMaskParam Head_Hard(int nozzleCount, int basePass, int xResPass, int yResPass)
 {
     SMaskParam param = MaskParam_Plain();
     param.nozzleCount = nozzleCount;
@@ -77,22 +108,13 @@ inline SMaskParam FeatherNone(int nozzleCount, int basePass, int xResPass, int y
     return param;
 }
 
-/// Feathered edges at the given resolution passes.
-inline SMaskParam Feathered(int type, int nozzleCount, int basePass, int xResPass, int yResPass,
-                            float percent)
+/// A head with feathered edges.
+inline SMaskParam Head_Feathered(int type, int nozzleCount, int basePass, int xResPass, int yResPass,
+                                 float percent)
 {
-    SMaskParam param = MaskParam_Feathered(type, nozzleCount, basePass, percent);
-    param.xResPass = xResPass;
-    param.yResPass = yResPass;
+    SMaskParam param = Head_Hard(nozzleCount, basePass, xResPass, yResPass);
+    param.featherMode = FeatherMode_Nozzle;
+    param.featherNozzleType = type;
+    param.featherPercent = percent;
     return param;
-}
-
-/// A layout without zones of its own.
-inline SLayout HardLayout(int step, int maskHeight, int leadBlank)
-{
-    SLayout layout;
-    layout.step = step;
-    layout.maskHeight = maskHeight;
-    layout.leadBlank = leadBlank;
-    return layout;
 }
