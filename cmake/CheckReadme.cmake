@@ -1,4 +1,4 @@
-# Holds the program in the README against examples/first_mask.cpp, which is built and run by another test.
+# Fails unless the README shows examples/first_mask.cpp as it is; another test builds and runs that program.
 # cmake -DREADME=... -DPROGRAM=... -P CheckReadme.cmake
 file(READ ${README} readme)
 file(READ ${PROGRAM} program)
