@@ -5,6 +5,8 @@
 #include <locale>
 #include <sstream>
 
+namespace dotweave {
+
 namespace {
 
 constexpr int SCALE_MAX = 65535;                            // thresholds; top of the scale
@@ -78,21 +80,21 @@ void Grid_Add(std::ostream& svg, std::size_t rowCount)
     }
 }
 
-void Bars_Add(std::ostream& svg, std::span<const SCutTable> table)
+void Bars_Add(std::ostream& svg, const std::vector<SCutTable>& rows)
 {
-    for (std::size_t row = 0; row < table.size(); ++row) {
-        const SCutTable& range = table[row];
-        if (range.upperLimit <= range.lowerLimit)
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const SCutTable& range = rows[row];
+        if (CutRange_Size(range) == 0)
             continue;
         const double x = Scale_X(range.lowerLimit);
-        const double y = Row_Y(row, table.size());
-        Rect_Add(svg, "bar", x, y, Scale_X(range.upperLimit) - x, Row_Y(row + 1, table.size()) - y);
+        const double y = Row_Y(row, rows.size());
+        Rect_Add(svg, "bar", x, y, Scale_X(range.upperLimit) - x, Row_Y(row + 1, rows.size()) - y);
     }
 }
 
 void Steps_Add(std::ostream& svg, std::size_t rowCount, std::size_t stepRows)
 {
-    const bool isLabelled = rowCount / stepRows <= STEP_LABELS_MAX; // more would stand on each other
+    const bool isLabelled = rowCount / stepRows <= STEP_LABELS_MAX; // more labels would overlap
     for (std::size_t step = 1; step * stepRows <= rowCount; ++step) {
         const double y = Row_Y(step * stepRows, rowCount);
         Line_Add(svg, "step", LEFT, y, LEFT + WIDTH + 6, y);
@@ -113,15 +115,17 @@ void Titles_Add(std::ostream& svg)
 
 } // namespace
 
-std::string CutTablePlot_Svg(std::span<const SCutTable> table, int stepRows)
+std::string CutTablePlot_Svg(const SCutTableView& view)
 {
     std::ostringstream svg;
     svg.imbue(std::locale::classic());
     Head_Add(svg);
-    Grid_Add(svg, table.size());
-    Bars_Add(svg, table);
-    Steps_Add(svg, table.size(), static_cast<std::size_t>(std::max(stepRows, 1)));
+    Grid_Add(svg, view.rows.size());
+    Bars_Add(svg, view.rows);
+    Steps_Add(svg, view.rows.size(), static_cast<std::size_t>(std::max(view.stepRows, 1)));
     Titles_Add(svg);
     svg << "</svg>\n";
     return svg.str();
 }
+
+} // namespace dotweave

@@ -1,8 +1,16 @@
 #include "record/maskjson.h"
 
 #include "record/recordjson.h"
+#include "view/maskview.h"
+
+#include <dotweave/maskparam_refusal.h>
 
 #include <nlohmann/json.hpp>
+
+#include <array>
+#include <cstdio>
+
+namespace dotweave {
 
 namespace {
 
@@ -28,7 +36,7 @@ ordered_json Geometry_Json(const CMaskData_Base& mask)
         {"SplitCount_XRes", mask.SplitCount_XRes_Get()},
         {"SplitCount_YRes", mask.SplitCount_YRes_Get()},
         {"colorCount", mask.MaskParam_Current().colorCount},
-        {"positionCount", Mask_PositionCount(mask)},
+        {"positionCount", CMaskView(mask).PositionCount()},
     };
 }
 
@@ -42,28 +50,37 @@ ordered_json Layout_Json()
         {"bandPosition", "positionCount positions of MaskBytes_OnePosition bytes; the next pass takes the "
                          "next position, after the last comes the first"},
         {"maskLine", "MaskHeight_IncludeRes lines of MaskLineBytes_OneColor bytes; line y * YResPass + r "
-                     "holds nozzle row y of Y resolution pass r"},
+                     "is nozzle row y in Y resolution pass r"},
         {"pixel", "MaskWidth pixels of BitsPerPixel bits, packed from the most significant bit down; pixel "
-                  "x * XResPass + k holds threshold column x of X resolution pass k"},
+                  "x * XResPass + k is threshold column x in X resolution pass k"},
         {"value", "all bits set: a dot may be printed; all bits clear: none"},
     };
 }
 
-} // namespace
-
-int Mask_PositionCount(const CMaskData_Base& mask)
+ordered_json Files_Json(const std::vector<SResultFile>& files)
 {
-    return mask.MaskBytes_OneColor() / mask.MaskBytes_OnePosition();
+    ordered_json list = ordered_json::array();
+    for (const SResultFile& file : files) {
+        std::array<char, sizeof "0123abcd"> checksum = {};
+        static_cast<void>(std::snprintf(checksum.data(), checksum.size(), "%08x", file.checksum));
+        list.push_back({{"name", file.name}, {"bytes", file.bytes}, {"crc32", checksum.data()}});
+    }
+    return list;
 }
 
-ordered_json Mask_Json(const CMaskData_Base& mask, const std::vector<std::string>& pictures)
+} // namespace
+
+ordered_json Mask_Json(const CMaskData_Base& mask, const std::vector<SResultFile>& files)
 {
     return {
         {"dotweave", DOTWEAVE_VERSION},
         {"input", Record_Json(mask.MaskParam_Input())},
         {"current", Record_Json(mask.MaskParam_Current())},
+        {"warnings", MaskParam_Warnings(mask.MaskParam_Input())},
         {"geometry", Geometry_Json(mask)},
         {"layout", Layout_Json()},
-        {"files", {{"mask", "mask.bin"}, {"pictures", pictures}}},
+        {"files", Files_Json(files)},
     };
 }
+
+} // namespace dotweave

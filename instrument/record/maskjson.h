@@ -1,16 +1,25 @@
 #pragma once
 
-#include "dotweave/maskdata_base.h"
+#include <dotweave/maskdata_base.h>
 
 #include <nlohmann/json_fwd.hpp>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
-/// Band positions after which the masks of a created object repeat.
-int Mask_PositionCount(const CMaskData_Base& mask);
+namespace dotweave {
 
-/// What a created object says about itself: both records, every value of the geometry under the name of its
-/// accessor, and the layout of the mask bytes in words.
-/// @param pictures  file names of the pictures beside it
-nlohmann::ordered_json Mask_Json(const CMaskData_Base& mask, const std::vector<std::string>& pictures);
+/// A file that belongs to a result.
+struct SResultFile {
+    std::string name;
+    std::int64_t bytes;
+    std::uint32_t checksum; ///< CRC-32
+};
+
+/// What a created object says about itself: both records, the library's warnings about the mode, every value
+/// of the geometry under the name of its accessor, and the layout of the mask bytes in words.
+/// @param files  the other files of the result; listed with size and checksum
+nlohmann::ordered_json Mask_Json(const CMaskData_Base& mask, const std::vector<SResultFile>& files);
+
+} // namespace dotweave

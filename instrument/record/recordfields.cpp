@@ -5,84 +5,38 @@
 #include <charconv>
 #include <limits>
 
+namespace dotweave {
+
 namespace {
 
 constexpr std::int32_t COUNT_MAX = std::numeric_limits<std::int32_t>::max();
 
-constexpr SRecordChoice FEATHER_MODES[] = {{"none", FeatherMode_None}, {"nozzle", FeatherMode_Nozzle}};
-constexpr SRecordChoice FEATHER_NOZZLE_TYPES[] = {{"smooth-2", FeatherNozzle_Smooth_2},
-                                                  {"smooth-3", FeatherNozzle_Smooth_3},
-                                                  {"smooth-3-sine", FeatherNozzle_Smooth_3_Sine}};
-constexpr SRecordChoice RES_SPLIT_TYPES[] = {{"none", ResSplit_None}, {"x2", ResSplit_X2},
-                                             {"y2", ResSplit_Y2},     {"y3", ResSplit_Y3},
-                                             {"y4", ResSplit_Y4},     {"x2y2", ResSplit_X2Y2}};
+constexpr SRecordChoice MODES[] = {{"none", FeatherMode_None}, {"nozzle", FeatherMode_Nozzle}};
+constexpr SRecordChoice PROFILES[] = {{"smooth-2", FeatherNozzle_Smooth_2},
+                                      {"smooth-3", FeatherNozzle_Smooth_3},
+                                      {"smooth-3-sine", FeatherNozzle_Smooth_3_Sine}};
+constexpr SRecordChoice SPLITS[] = {{"none", ResSplit_None}, {"x2", ResSplit_X2}, {"y2", ResSplit_Y2},
+                                    {"y3", ResSplit_Y3},     {"y4", ResSplit_Y4}, {"x2y2", ResSplit_X2Y2}};
 
+using P = SMaskParam;
+
+// name, help, member, lowest, highest, choices
+// clang-format off
 constexpr std::array<SRecordField, 12> FIELDS = {{
-    {"nozzleCount",
-     "--nozzle-count",
-     "nozzle rows of the head that print one band",
-     &SMaskParam::nozzleCount,
-     1,
-     COUNT_MAX,
-     {}},
-    {"basePass",
-     "--base-pass",
-     "passes that together print one band",
-     &SMaskParam::basePass,
-     1,
-     COUNT_MAX,
-     {}},
-    {"xResPass",
-     "--x-res-pass",
-     "pixel columns interleaved per threshold column, before the split",
-     &SMaskParam::xResPass,
-     1,
-     COUNT_MAX,
-     {}},
-    {"yResPass",
-     "--y-res-pass",
-     "mask lines interleaved per nozzle row, before the split",
-     &SMaskParam::yResPass,
-     1,
-     COUNT_MAX,
-     {}},
-    {"colorCount", "--color-count", "colour planes", &SMaskParam::colorCount, 1, COUNT_MAX, {}},
-    {"bitsPerPixel",
-     "--bits-per-pixel",
-     "bits of one pixel in the mask bytes",
-     &SMaskParam::bitsPerPixel,
-     1,
-     2,
-     {}},
-    {"featherMode", "--feather-mode", "edges of a band: hard, or feathered over nozzle rows",
-     &SMaskParam::featherMode, FeatherMode_None, FeatherMode_Nozzle, FEATHER_MODES},
-    {"featherPercent",
-     "--feather-percent",
-     "share of the head for feathering, in percent",
-     &SMaskParam::featherPercent,
-     0,
-     100,
-     {}},
-    {"featherNozzleType", "--feather-nozzle-type", "profile of the feathered edges",
-     &SMaskParam::featherNozzleType, FeatherNozzle_Smooth_2, FeatherNozzle_Smooth_3_Sine,
-     FEATHER_NOZZLE_TYPES},
-    {"colorTimes",
-     "--color-times",
-     "passes that may print the same pixel of a colour; at most the passes",
-     &SMaskParam::colorTimes,
-     1,
-     COUNT_MAX,
-     {}},
-    {"featherLevelPercent",
-     "--feather-level-percent",
-     "top of the smooth-3 ramps, in percent of the threshold scale",
-     &SMaskParam::featherLevelPercent,
-     0,
-     100,
-     {}},
-    {"resSplitType", "--res-split-type", "split of the resolution passes between parts of the job",
-     &SMaskParam::resSplitType, ResSplit_None, ResSplit_X2Y2, RES_SPLIT_TYPES},
+    {"nozzleCount", "nozzle rows that print one band", &P::nozzleCount, 1, COUNT_MAX, {}},
+    {"basePass", "passes that together print one band", &P::basePass, 1, COUNT_MAX, {}},
+    {"xResPass", "pixel columns per threshold column, before the split", &P::xResPass, 1, COUNT_MAX, {}},
+    {"yResPass", "mask lines per nozzle row, before the split", &P::yResPass, 1, COUNT_MAX, {}},
+    {"colorCount", "colour planes", &P::colorCount, 1, COUNT_MAX, {}},
+    {"bitsPerPixel", "bits of one pixel in the mask bytes", &P::bitsPerPixel, 1, 2, {}},
+    {"featherMode", "band edges: hard, or feathered over nozzle rows", &P::featherMode, 0, 1, MODES},
+    {"featherPercent", "share of the head for feathering, in percent", &P::featherPercent, 0, 100, {}},
+    {"featherNozzleType", "profile of the feathered edges", &P::featherNozzleType, 1, 3, PROFILES},
+    {"colorTimes", "passes that may print the same pixel; at most all", &P::colorTimes, 1, COUNT_MAX, {}},
+    {"featherLevelPercent", "top of the smooth-3 ramps, in percent", &P::featherLevelPercent, 0, 100, {}},
+    {"resSplitType", "split of the resolution passes between job parts", &P::resSplitType, 0, 5, SPLITS},
 }};
+// clang-format on
 
 /// The whole text as a number; false for anything left over, blanks included.
 template <typename TNumber>
@@ -98,6 +52,16 @@ bool Number_Read(const std::string& text, TNumber& number)
 std::span<const SRecordField> RecordFields()
 {
     return FIELDS;
+}
+
+std::string RecordField_Option(const SRecordField& field)
+{
+    std::string option = "--";
+    for (const char* c = field.name; *c != 0; ++c) {
+        const bool isCapital = *c >= 'A' && *c <= 'Z';
+        option += isCapital ? std::string{'-', static_cast<char>(*c - 'A' + 'a')} : std::string{*c};
+    }
+    return option;
 }
 
 std::string RecordField_RangeText(const SRecordField& field)
@@ -156,7 +120,7 @@ bool RecordField_SetName(const SRecordField& field, const std::string& name, SMa
 
 bool RecordField_SetNumber(const SRecordField& field, double number, SMaskParam& param)
 {
-    if (!(number >= field.lowest && number <= field.highest)) // so written, a NaN is refused too
+    if (!(number >= field.lowest && number <= field.highest)) // written so that a NaN is refused too
         return false;
     if (const auto* real = std::get_if<float SMaskParam::*>(&field.member))
         param.*(*real) = static_cast<float>(number);
@@ -164,3 +128,5 @@ bool RecordField_SetNumber(const SRecordField& field, double number, SMaskParam&
         param.*std::get<std::int32_t SMaskParam::*>(field.member) = static_cast<std::int32_t>(number);
     return true;
 }
+
+} // namespace dotweave

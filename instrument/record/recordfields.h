@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dotweave/maskparam.h"
+#include <dotweave/maskparam.h>
 
 #include <cstdint>
 #include <span>
@@ -10,6 +10,8 @@
 /// @file
 /// The fields of a print mode as options, mode files and messages know them. One table serves all of them.
 
+namespace dotweave {
+
 /// A value of an enumeration field that can be given by name.
 struct SRecordChoice {
     const char* name;
@@ -18,12 +20,11 @@ struct SRecordChoice {
 
 /// One field of SMaskParam.
 struct SRecordField {
-    const char* name;   ///< as in SMaskParam and in mode files
-    const char* option; ///< as on the command line
-    const char* help;   ///< meaning and unit, one line
+    const char* name; ///< as in SMaskParam and in mode files
+    const char* help; ///< meaning and unit, one line
     std::variant<std::int32_t SMaskParam::*, float SMaskParam::*> member;
-    std::int32_t lowest;                    ///< what the field alone must keep to; what depends on several
-    std::int32_t highest;                   ///< fields is for the library to judge
+    std::int32_t lowest;                    ///< limits of the field alone; the library checks what
+    std::int32_t highest;                   ///< depends on several fields
     std::span<const SRecordChoice> choices; ///< the names of an enumeration; empty for a number
 };
 
@@ -46,15 +47,18 @@ inline constexpr SMaskParam RECORD_DEFAULT = {
 /// All twelve fields, in the order of SMaskParam.
 std::span<const SRecordField> RecordFields();
 
+/// The field's option on the command line: "--x-res-pass" for xResPass.
+std::string RecordField_Option(const SRecordField& field);
+
 /// The allowed values in words: "a whole number from 1 to 2", "none (0), nozzle (1)".
 std::string RecordField_RangeText(const SRecordField& field);
 
 /// The field's value as a user would give it: the name of an enumeration's value, else the number.
 std::string RecordField_ValueText(const SRecordField& field, const SMaskParam& param);
 
-/// The one message for a value that a field does not take.
-/// @param where  what the user calls the field: an option or a file with the field's name
-/// @param value  the value as the user wrote it
+/// The message for a value that a field does not take.
+/// @param where  what the user calls the field: an option, or a file with the field's name
+/// @param value  the value as the user wrote it, quoted by Text_Quote
 std::string RecordField_RefusalText(const SRecordField& field, const std::string& where,
                                     const std::string& value);
 
@@ -69,3 +73,5 @@ bool RecordField_SetName(const SRecordField& field, const std::string& name, SMa
 /// Takes a number that may be too large for the field.
 /// @return false, param being unchanged, for a number outside the field's range and for a NaN
 bool RecordField_SetNumber(const SRecordField& field, double number, SMaskParam& param);
+
+} // namespace dotweave

@@ -1,25 +1,28 @@
 #include "record/recordjson.h"
 
+#include "record/recorderror.h"
 #include "record/recordfields.h"
-#include "record/usageerror.h"
+#include "record/textquote.h"
 
 #include <nlohmann/json.hpp>
 
-#include <cerrno>
-#include <fstream>
+#include <istream>
 #include <set>
-#include <system_error>
+
+namespace dotweave {
 
 namespace {
 
 using nlohmann::json;
 
-/// The value as it stands in the file. Lists and objects are only named: they may be nested without end.
+/// The value as the file gives it. Lists and objects are only named, because they may be nested without end.
 std::string Value_Text(const json& value)
 {
     if (value.is_structured())
         return std::string("an ") + value.type_name();
-    return value.dump(-1, ' ', false, json::error_handler_t::replace);
+    if (value.is_string())
+        return '"' + Text_Quote(value.get_ref<const std::string&>()) + '"';
+    return value.dump();
 }
 
 const SRecordField& Field_Find(const std::string& name, const std::string& source)
@@ -30,8 +33,7 @@ const SRecordField& Field_Find(const std::string& name, const std::string& sourc
             return field;
         known.append(known.empty() ? "" : ", ").append(field.name);
     }
-    // As a value of the file, a name with line ends in it still takes one line.
-    throw CUsageError(source + ": " + Value_Text(json(name)) + " is not a field; fields: " + known);
+    throw CRecordError(source + ": \"" + Text_Quote(name) + "\" is not a field; fields: " + known);
 }
 
 bool Field_Set(const SRecordField& field, const json& value, SMaskParam& param)
@@ -44,14 +46,14 @@ bool Field_Set(const SRecordField& field, const json& value, SMaskParam& param)
     return RecordField_SetNumber(field, value.get<double>(), param);
 }
 
-/// Parses, and refuses a field that is given twice: which of two values counts should not be a guess.
+/// Parses, and refuses a field that is given twice, so that nobody has to guess which value counts.
 json Object_Parse(std::istream& stream, const std::string& source)
 {
     std::set<std::string> names;
     const auto refuseTwice = [&](int depth, json::parse_event_t event, const json& parsed) {
         if (event == json::parse_event_t::key && depth == 1 &&
             !names.insert(parsed.get<std::string>()).second)
-            throw CUsageError(source + ": field " + Value_Text(parsed) + " is given twice");
+            throw CRecordError(source + ": field " + Value_Text(parsed) + " is given twice");
         return true;
     };
     json object;
@@ -60,12 +62,12 @@ json Object_Parse(std::istream& stream, const std::string& source)
     } catch (const json::exception& error) {
         const std::string text = error.what(); // "[json.exception.name.number] text"
         const std::size_t prefix = text.find("] ");
-        throw CUsageError(source +
-                          ": not a mode file: " + text.substr(prefix == std::string::npos ? 0 : prefix + 2));
+        throw CRecordError(source + ": not a mode file: " +
+                           Text_Quote(text.substr(prefix == std::string::npos ? 0 : prefix + 2)));
     }
     if (!object.is_object())
-        throw CUsageError(source + ": not a mode file: " + Value_Text(object) +
-                          " stands where an object with fields is expected");
+        throw CRecordError(source + ": not a mode file: " + Value_Text(object) +
+                           " instead of an object with fields");
     return object;
 }
 
@@ -94,17 +96,8 @@ void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam
             continue;
         std::string where = source;
         where.append(": ").append(name);
-        throw CUsageError(RecordField_RefusalText(field, where, Value_Text(value)));
+        throw CRecordError(RecordField_RefusalText(field, where, Value_Text(value)));
     }
 }
 
-void Record_ReadFile(const std::string& path, SMaskParam& param)
-{
-    errno = 0;
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream || stream.peek() == std::ifstream::traits_type::eof()) {
-        const std::string reason = errno != 0 ? std::generic_category().message(errno) : "it is empty";
-        throw CUsageError("--param: " + path + " cannot be read: " + reason);
-    }
-    Record_ReadJson(stream, path, param);
-}
+} // namespace dotweave

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "dotweave/maskparam.h"
+#include <dotweave/maskparam.h>
 
 #include <nlohmann/json_fwd.hpp>
 
 #include <iosfwd>
 #include <string>
+
+namespace dotweave {
 
 /// The record as an object with the names of SMaskParam; numbers throughout.
 nlohmann::ordered_json Record_Json(const SMaskParam& param);
@@ -13,10 +15,9 @@ nlohmann::ordered_json Record_Json(const SMaskParam& param);
 /// Reads a mode file: one object whose members are fields of SMaskParam. Fields that it does not name keep
 /// the values of param. Enumerations come as numbers or names.
 /// @param source  what messages call the file
-/// @throws CUsageError for a text that is not JSON, an unknown field, a field given twice, a wrong type and
-///         a value out of range; param may then be changed in part
+/// @throws CRecordError for a text that is not JSON, an unknown field, a field given twice, a wrong type and
+/// a
+///         value out of range; param may then be changed in part
 void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param);
 
-/// As above, from a file.
-/// @throws CUsageError also when the file cannot be read
-void Record_ReadFile(const std::string& path, SMaskParam& param);
+} // namespace dotweave

@@ -1,11 +1,11 @@
-// Any bytes as a mode file of the dotweave command: either they are a record, or the user is told on one line what
-// is wrong with them. What was read comes back byte for byte from what is written.
+// Any bytes as a mode file of the dotweave command: either they are a record, or the user is told on one line
+// what is wrong with them. What was read comes back byte for byte from what is written.
 
 #include "fuzzing.h"
 #include "maskparams.h"
+#include "record/recorderror.h"
 #include "record/recordfields.h"
 #include "record/recordjson.h"
-#include "record/usageerror.h"
 
 #include <nlohmann/json.hpp>
 
@@ -14,6 +14,8 @@
 #include <sstream>
 #include <string>
 #include <variant>
+
+using namespace dotweave;
 
 namespace {
 
@@ -45,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SMaskParam param = {};
     try {
         param = Read(text);
-    } catch (const CUsageError& error) { // anything else ends the process
+    } catch (const CRecordError& error) { // anything else ends the process
         const std::string message = error.what();
         EXPECT_EQ(message.rfind(std::string(SOURCE) + ": ", 0), 0U) << message;
         EXPECT_EQ(message.find('\n'), std::string::npos) << message;

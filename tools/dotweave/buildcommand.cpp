@@ -1,19 +1,18 @@
 #include "buildcommand.h"
 
-#include "maskcreation.h"
-#include "record/maskjson.h"
-#include "record/recordfields.h"
-#include "record/usageerror.h"
+#include "record/textquote.h"
+#include "usageerror.h"
+#include "view/maskview.h"
 
 #include <chrono>
 #include <cstdint>
 #include <iomanip>
 #include <ostream>
 
+namespace dotweave {
+
 namespace {
 
-constexpr int EXIT_OK = 0;
-constexpr int EXIT_REJECTED = 1;
 constexpr int LABEL_WIDTH = 14;
 constexpr int NUMBER_WIDTH = 12;
 
@@ -30,24 +29,22 @@ std::string Count_Text(int count, const std::string& one, const std::string& man
 
 void Summary_Print(std::ostream& out, const CMaskData_Base& mask, std::int64_t milliseconds)
 {
-    const int colorCount = mask.MaskParam_Current().colorCount;
+    const CMaskView view(mask);
     Row_Print(out, "step", mask.StepHeight_IncludeRes(), "lines per pass");
     Row_Print(out, "mask height", mask.MaskHeight_IncludeRes(), "lines");
     Row_Print(out, "mask width", mask.MaskWidth(), "pixels");
     Row_Print(out, "lead blank", mask.LeadBlankHeight_IncludeRes(), "lines");
-    Row_Print(out, "positions", Mask_PositionCount(mask), "per colour");
-    Row_Print(out, "mask bytes", std::int64_t{mask.MaskBytes_OneColor()} * colorCount,
-              "in " + Count_Text(colorCount, "colour", "colours"));
+    Row_Print(out, "positions", view.PositionCount(), "per colour");
+    Row_Print(out, "mask bytes", view.ByteCount(),
+              "in " + Count_Text(view.ColorCount(), "colour", "colours"));
     Row_Print(out, "time", milliseconds, "ms to build");
-    if (mask.MaskParam_Input().featherMode != mask.MaskParam_Current().featherMode)
-        out << "The rows do not divide into the passes: built with smooth-2 feathered edges.\n";
 }
 
 } // namespace
 
 CBuildCommand::CBuildCommand(CLI::App& app)
     : m_command(app.add_subcommand("build", "Build the masks of a print mode and write them out")),
-      m_recordOptions(*m_command)
+      m_creation(*m_command)
 {
     m_command
         ->add_option("--out", m_directory,
@@ -70,23 +67,21 @@ EMaskPictures CBuildCommand::Pictures() const
         return MaskPictures_First;
     if (m_pictures == "all")
         return MaskPictures_All;
-    throw CUsageError("--png: \"" + m_pictures + "\" is not allowed; allowed: none, first, all");
+    throw CUsageError("--png: \"" + Text_Quote(m_pictures) + "\" is not allowed; allowed: none, first, all");
 }
 
-int CBuildCommand::Run(std::ostream& out, std::ostream& errors) const
+void CBuildCommand::Run(std::ostream& out, std::ostream& errors) const
 {
     const EMaskPictures pictures = Pictures();
     if (m_directory.empty())
         throw CUsageError("--out: \"\" is not the name of a directory");
-    const SMaskParam param = m_recordOptions.Record();
     const auto start = std::chrono::steady_clock::now();
-    const std::unique_ptr<CMaskData_Base> mask = Mask_Create(param, errors);
+    const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(errors);
     const auto time = std::chrono::steady_clock::now() - start;
-    if (!mask)
-        return EXIT_REJECTED;
     const int pictureCount = MaskOutput_Write(*mask, m_directory, pictures);
     Summary_Print(out, *mask, std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
     out << std::left << std::setw(LABEL_WIDTH) << "files" << m_directory << ": mask.bin, mask.json, "
         << Count_Text(pictureCount, "picture", "pictures") << '\n';
-    return EXIT_OK;
 }
+
+} // namespace dotweave

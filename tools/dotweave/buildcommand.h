@@ -1,12 +1,14 @@
 #pragma once
 
+#include "maskcreation.h"
 #include "maskoutput.h"
-#include "recordoptions.h"
 
 #include <CLI/App.hpp>
 
 #include <iosfwd>
 #include <string>
+
+namespace dotweave {
 
 /// dotweave build: builds the masks of a print mode and writes them out.
 class CBuildCommand {
@@ -15,16 +17,17 @@ public:
     /// Whether the parsed command line asks for this command.
     bool IsChosen() const { return m_command->parsed(); }
     /// @param out     takes the summary
-    /// @param errors  takes the library's log
-    /// @return the exit status: 0 when all files are in place, 1 for a mode that the library rejects
-    /// @throws CUsageError, std::filesystem::filesystem_error, CInterrupted, std::bad_alloc
-    int Run(std::ostream& out, std::ostream& errors) const;
+    /// @param errors  takes warnings
+    /// @throws what CMaskCreation::Create and MaskOutput_Write throw
+    void Run(std::ostream& out, std::ostream& errors) const;
 
 private:
     EMaskPictures Pictures() const;
 
     CLI::App* m_command; // owned by the application
-    CRecordOptions m_recordOptions;
+    CMaskCreation m_creation;
     std::string m_directory;
     std::string m_pictures = "first";
 };
+
+} // namespace dotweave

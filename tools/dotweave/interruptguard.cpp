@@ -2,11 +2,14 @@
 
 #include <csignal>
 #include <cstddef>
+#include <iterator>
+
+namespace dotweave {
 
 namespace {
 
 #if defined(SIGHUP)
-constexpr int SIGNALS[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int SIGNALS[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGALRM, SIGXFSZ};
 #else
 constexpr int SIGNALS[] = {SIGINT, SIGTERM};
 #endif
@@ -46,3 +49,5 @@ void CInterruptGuard::Check()
     if (g_signal != 0)
         throw CInterrupted(g_signal);
 }
+
+} // namespace dotweave

@@ -2,7 +2,9 @@
 
 #include <stdexcept>
 
-/// The user has ended the run. Thrown between two steps, so that half-made files are removed on the way out.
+namespace dotweave {
+
+/// A signal has ended the run. Thrown between two steps, so that destructors remove half-made files.
 class CInterrupted : public std::runtime_error {
 public:
     explicit CInterrupted(int signal) : std::runtime_error("interrupted"), m_signal(signal) {}
@@ -12,8 +14,8 @@ private:
     int m_signal;
 };
 
-/// Holds back interrupts (SIGINT, SIGTERM, and SIGHUP where there is one) while files are half-made. A signal
-/// that the caller has set to be ignored stays ignored. One at a time.
+/// Delays the signals that end a run - interrupts, a closed pipe, an alarm, a file size limit - while files
+/// are half-made. A signal that the caller has set to be ignored stays ignored. One guard at a time.
 class CInterruptGuard {
 public:
     CInterruptGuard();
@@ -24,3 +26,5 @@ public:
     /// @throws CInterrupted when a signal has come since the guard was made
     static void Check();
 };
+
+} // namespace dotweave

@@ -14,6 +14,8 @@
 #include <ostream>
 #include <string>
 
+namespace dotweave {
+
 namespace logging = boost::log;
 
 namespace {
@@ -64,3 +66,5 @@ CLogConsole::~CLogConsole()
     if (m_state->isScopeAdded)
         core->remove_global_attribute(m_state->scopeAttribute);
 }
+
+} // namespace dotweave

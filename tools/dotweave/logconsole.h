@@ -3,8 +3,10 @@
 #include <iosfwd>
 #include <memory>
 
+namespace dotweave {
+
 /// Shows what the library logs while it lives: one line per record with scope, unit and line, severity and
-/// message. The library itself adds no sink; this is the part that a host plays. One at a time.
+/// message. The library adds no sink itself; that is the host's part. One at a time.
 class CLogConsole {
 public:
     /// @param stream  takes the lines and outlives this object
@@ -17,3 +19,5 @@ private:
     struct SState;
     std::unique_ptr<SState> m_state;
 };
+
+} // namespace dotweave

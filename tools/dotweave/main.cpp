@@ -1,74 +1,96 @@
 #include "buildcommand.h"
 #include "cuttablecommand.h"
+#include "diskaccess.h"
+#include "exitstatus.h"
+#include "fileerror.h"
 #include "interruptguard.h"
-#include "record/usageerror.h"
+#include "outputfile.h"
+#include "record/recorderror.h"
+#include "record/textquote.h"
+#include "usageerror.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <new>
+#include <sstream>
 #include <string>
+
+namespace dotweave {
 
 namespace {
 
-constexpr int EXIT_FAILED = 1; ///< the library rejects the mode, or a file cannot be written
-constexpr int EXIT_USAGE = 2;  ///< a wrong option, value or mode file
-
-/// One line whatever was in the names and values that the user gave.
-void Error_Print(std::string text)
-{
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
-    std::replace_if(text.begin(), text.end(), isControl, ' ');
-    std::cerr << "dotweave: " << text << std::endl;
-}
-
-int Command_Run(int argc, char** argv)
+/// @return what goes to standard output
+std::string Command_Run(int argc, char** argv)
 {
     CLI::App app("Builds pass masks for multi-pass inkjet printing.");
     app.name("dotweave");
     app.set_version_flag("--version", "dotweave " DOTWEAVE_VERSION, "Print the version and exit");
-    app.require_subcommand(0, 1); // none is refused below, by a message of our own
+    app.require_subcommand(0, 1); // none is refused below, with our own message
     const CBuildCommand build(app);
     const CCutTableCommand cutTable(app);
+    std::ostringstream out;
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) { // --help, --version
-        return app.exit(success);
+        app.exit(success, out, out);
+        return out.str();
     } catch (const CLI::ParseError& error) {
-        throw CUsageError(std::string(error.what()) + "; dotweave --help tells more");
+        throw CUsageError(Text_Quote(error.what()) + "; dotweave --help tells more");
     }
     if (build.IsChosen())
-        return build.Run(std::cout, std::cerr);
-    if (cutTable.IsChosen())
-        return cutTable.Run(std::cout, std::cerr);
-    throw CUsageError("a command is needed: build or cuttable; dotweave --help tells more");
+        build.Run(out, std::cerr);
+    else if (cutTable.IsChosen())
+        cutTable.Run(out, std::cerr);
+    else
+        throw CUsageError("a command is needed: build or cuttable; dotweave --help tells more");
+    return out.str();
+}
+
+/// A full or closed standard output is an error like any other.
+void StandardOutput_Write(const std::string& text)
+{
+    COutputFile output("-");
+    output.Write(text.data(), text.size());
+    output.Close();
+}
+
+int Error_Print(EExitStatus status, const std::string& text)
+{
+    std::cerr << "dotweave: " << text << std::endl;
+    return status;
 }
 
 } // namespace
 
+} // namespace dotweave
+
 int main(int argc, char** argv)
 {
+    using namespace dotweave;
+    StandardStreams_Occupy();
     int interruptSignal = 0;
     try {
-        return Command_Run(argc, argv);
+        StandardOutput_Write(Command_Run(argc, argv));
+        return ExitStatus_Good;
     } catch (const CUsageError& error) {
-        Error_Print(error.what());
-        return EXIT_USAGE;
+        return Error_Print(ExitStatus_Usage, error.what());
+    } catch (const CRecordError& error) {
+        return Error_Print(ExitStatus_Usage, error.what());
+    } catch (const CModeNotBuilt& error) {
+        return Error_Print(ExitStatus_ModeNotBuilt, error.what());
+    } catch (const std::bad_alloc&) {
+        return Error_Print(ExitStatus_ModeNotBuilt, "not enough memory for this mode");
     } catch (const CInterrupted& interrupted) {
         interruptSignal = interrupted.Signal();
     } catch (const std::filesystem::filesystem_error& error) {
-        Error_Print(error.path1().string() + ": " + error.code().message());
-    } catch (const std::bad_alloc&) {
-        Error_Print("not enough memory for this mode");
+        return Error_Print(ExitStatus_InputOutput, CFileError(error.path1(), error.code().message()).what());
     } catch (const std::exception& error) {
-        Error_Print(error.what());
+        return Error_Print(ExitStatus_InputOutput, error.what());
     }
-    if (interruptSignal != 0)
-        static_cast<void>(
-            std::raise(interruptSignal)); // nothing is half-made any more: end as the signal asks
-    return EXIT_FAILED;
+    static_cast<void>(std::raise(interruptSignal)); // nothing is half-made any more: end as the signal asks
+    return ExitStatus_InputOutput;
 }

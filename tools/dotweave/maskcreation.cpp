@@ -2,14 +2,35 @@
 
 #include "logconsole.h"
 
-#include <ostream>
+#include <dotweave/maskparam_refusal.h>
 
-std::unique_ptr<CMaskData_Base> Mask_Create(const SMaskParam& param, std::ostream& errors)
+#include <ostream>
+#include <sstream>
+
+namespace dotweave {
+
+CMaskCreation::CMaskCreation(CLI::App& command) : m_recordOptions(command)
 {
-    const CLogConsole log(errors);
-    auto mask = std::make_unique<CMaskData_Base>();
-    if (mask->Create(param))
-        return mask;
-    errors << "dotweave: the library does not build this mode; its log stands above\n";
-    return nullptr;
+    command.add_flag("--log", m_isLogShown, "show the library's log records on standard error");
 }
+
+std::unique_ptr<CMaskData_Base> CMaskCreation::Create(std::ostream& errors) const
+{
+    const SMaskParam param = m_recordOptions.Record();
+    const std::string reason = MaskParam_Refusal(param);
+    if (!reason.empty() && !m_isLogShown)
+        throw CModeNotBuilt(reason);
+    std::ostringstream records;
+    const CLogConsole log(m_isLogShown ? errors : records);
+    auto mask = std::make_unique<CMaskData_Base>();
+    if (!mask->Create(param)) {
+        errors << records.str();
+        throw CModeNotBuilt(reason.empty() ? "the library could not build this mode; its log is above"
+                                           : reason);
+    }
+    for (const std::string& warning : MaskParam_Warnings(param))
+        errors << "dotweave: warning: " << warning << '\n';
+    return mask;
+}
+
+} // namespace dotweave

@@ -1,11 +1,39 @@
 #pragma once
 
-#include "dotweave/maskdata_base.h"
+#include "recordoptions.h"
+
+#include <dotweave/maskdata_base.h>
+
+#include <CLI/App.hpp>
 
 #include <iosfwd>
 #include <memory>
+#include <stdexcept>
 
-/// Builds the mask object of a mode, with the library's log on a stream.
-/// @param errors  takes the log records and, at last, a line that says that it was the library that refused
-/// @return null for a mode that the library rejects
-std::unique_ptr<CMaskData_Base> Mask_Create(const SMaskParam& param, std::ostream& errors);
+namespace dotweave {
+
+/// The library did not build a mode. The text is one line: the reason.
+class CModeNotBuilt : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The options of a command that builds masks, and the building itself.
+class CMaskCreation {
+public:
+    /// Adds the options of the print mode, and --log.
+    explicit CMaskCreation(CLI::App& command);
+
+    /// Builds the mask object of the mode that the parsed command line asks for.
+    /// @param errors  takes the library's warnings, a line each; its log with --log, or when building fails
+    /// though
+    ///                the library gives no reason
+    /// @throws CModeNotBuilt, CUsageError, CRecordError, CFileError, std::bad_alloc
+    std::unique_ptr<CMaskData_Base> Create(std::ostream& errors) const;
+
+private:
+    CRecordOptions m_recordOptions;
+    bool m_isLogShown = false;
+};
+
+} // namespace dotweave

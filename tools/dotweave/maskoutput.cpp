@@ -1,61 +1,65 @@
 #include "maskoutput.h"
 
 #include "interruptguard.h"
-#include "record/maskjson.h"
-#include "picture/maskpicture.h"
 #include "outputfile.h"
+#include "picture/maskpicture.h"
+#include "record/maskjson.h"
 #include "stagedfiles.h"
+#include "view/maskview.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <charconv>
+#include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
 
+namespace dotweave {
+
 namespace {
 
-void File_Write(CStagedFiles& files, const std::string& name, const void* data, std::size_t bytes)
+std::string Picture_Name(int color, int position)
 {
-    COutputFile file(files.Add(name), files.FinalPath(name));
-    file.Write(data, bytes);
-    file.Close();
+    return "mask_c" + std::to_string(color) + "_p" + std::to_string(position) + ".png";
 }
 
-void Bytes_Write(CStagedFiles& files, const CMaskData_Base& mask)
+/// Closes a finished file and notes it for mask.json.
+void File_Finish(COutputFile& file, const std::string& name, std::vector<SResultFile>& results)
+{
+    file.Close();
+    results.push_back({name, file.ByteCount(), file.Checksum()});
+}
+
+void Bytes_Write(CStagedFiles& files, const CMaskView& view, std::vector<SResultFile>& results)
 {
     const std::string name = "mask.bin";
     COutputFile file(files.Add(name), files.FinalPath(name));
-    for (int color = 0; color < mask.MaskParam_Current().colorCount; ++color) {
-        int position = -1;
-        for (int i = 0; i < Mask_PositionCount(mask); ++i)
-            file.Write(mask.MaskData_Get(color, position),
-                       static_cast<std::size_t>(mask.MaskBytes_OnePosition()));
-    }
-    file.Close();
-}
-
-std::vector<std::string> Pictures_Write(CStagedFiles& files, const CMaskData_Base& mask, int positionCount)
-{
-    std::vector<std::string> names;
-    for (int color = 0; color < mask.MaskParam_Current().colorCount; ++color) {
-        int position = -1;
-        for (int i = 0; i < positionCount; ++i) {
-            const std::uint8_t* bytes = mask.MaskData_Get(color, position);
-            const std::vector<std::uint8_t> png =
-                MaskPicture_Png({bytes, mask.MaskWidth(), mask.MaskHeight_IncludeRes(),
-                                 mask.MaskLineBytes_OneColor(), mask.BitsPerPixel()});
-            names.push_back(MaskPicture_FileName(color, position));
-            File_Write(files, names.back(), png.data(), png.size());
+    for (int color = 0; color < view.ColorCount(); ++color)
+        for (int position = 0; position < view.PositionCount(); ++position) {
+            const SMaskLines lines = view.Lines(color, position);
+            file.Write(lines.bytes,
+                       static_cast<std::size_t>(lines.lineBytes) * static_cast<std::size_t>(lines.height));
         }
-    }
-    return names;
+    File_Finish(file, name, results);
 }
 
-/// A number at the start of a text, which is cut off; -1 when there is none.
+void Pictures_Write(CStagedFiles& files, const CMaskView& view, int positionCount,
+                    std::vector<SResultFile>& results)
+{
+    for (int color = 0; color < view.ColorCount(); ++color)
+        for (int position = 0; position < positionCount; ++position) {
+            const std::vector<std::uint8_t> png = MaskPicture_Png(view.Lines(color, position));
+            const std::string name = Picture_Name(color, position);
+            COutputFile file(files.Add(name), files.FinalPath(name));
+            file.Write(png.data(), png.size());
+            File_Finish(file, name, results);
+        }
+}
+
+/// Takes a number off the start of a text; -1 when there is none.
 int Number_Take(std::string_view& text)
 {
     int number = -1;
@@ -64,7 +68,7 @@ int Number_Take(std::string_view& text)
     return number;
 }
 
-/// Whether a run of this command gives a picture that name: it is the one for the numbers in it.
+/// Whether this command gives a picture that name.
 bool IsPictureName(const std::string& name)
 {
     std::string_view text = name;
@@ -72,39 +76,40 @@ bool IsPictureName(const std::string& name)
     const int color = Number_Take(text);
     text.remove_prefix(std::min(text.size(), std::string_view("_p").size()));
     const int position = Number_Take(text);
-    return color >= 0 && position >= 0 && name == MaskPicture_FileName(color, position);
+    return color >= 0 && position >= 0 && name == Picture_Name(color, position);
 }
 
 /// A picture that the new result does not have would show a mode that is no longer there.
-void OldPictures_Retire(CStagedFiles& files, const fs::path& directory, const std::vector<std::string>& names)
+void OldPictures_Retire(CStagedFiles& files, const fs::path& directory,
+                        const std::vector<SResultFile>& results)
 {
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
         const std::string name = entry.path().filename().string();
-        if (IsPictureName(name) && std::find(names.begin(), names.end(), name) == names.end())
+        const auto isNew = [&](const SResultFile& result) { return result.name == name; };
+        if (IsPictureName(name) && std::none_of(results.begin(), results.end(), isNew))
             files.Retire(name);
     }
 }
 
 } // namespace
 
-std::string MaskPicture_FileName(int color, int position)
-{
-    return "mask_c" + std::to_string(color) + "_p" + std::to_string(position) + ".png";
-}
-
 int MaskOutput_Write(const CMaskData_Base& mask, const fs::path& directory, EMaskPictures pictures)
 {
     const CInterruptGuard interruptGuard;
     CStagedFiles files(directory);
-    Bytes_Write(files, mask);
-    std::vector<std::string> names;
+    const CMaskView view(mask);
+    std::vector<SResultFile> results;
+    Bytes_Write(files, view, results);
     if (pictures != MaskPictures_None)
-        names = Pictures_Write(files, mask, pictures == MaskPictures_First ? 1 : Mask_PositionCount(mask));
-    const std::string text = Mask_Json(mask, names).dump(4) + '\n';
-    File_Write(files, "mask.json", text.data(), text.size());
-    OldPictures_Retire(files, directory, names);
+        Pictures_Write(files, view, pictures == MaskPictures_First ? 1 : view.PositionCount(), results);
+    const std::string text = Mask_Json(mask, results).dump(4) + '\n';
+    COutputFile json(files.Add("mask.json"), files.FinalPath("mask.json"));
+    json.Write(text.data(), text.size());
+    json.Close();
+    OldPictures_Retire(files, directory, results);
     CInterruptGuard::Check();
     files.Place();
-    files.Keep();
-    return static_cast<int>(names.size());
+    return static_cast<int>(results.size()) - 1;
 }
+
+} // namespace dotweave

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "dotweave/maskdata_base.h"
+#include <dotweave/maskdata_base.h>
 
 #include <filesystem>
-#include <string>
+
+namespace dotweave {
 
 /// Which masks are also written as pictures.
 enum EMaskPictures {
@@ -12,13 +13,12 @@ enum EMaskPictures {
     MaskPictures_All,   ///< every position of each colour
 };
 
-/// "mask_c0_p0.png"
-std::string MaskPicture_FileName(int color, int position);
-
-/// Writes a created object into a directory: mask.bin with all mask bytes, mask.json, pictures. Pictures of
-/// an older result in the directory go. All files appear together; when it throws, the directory is as it
-/// was.
+/// Writes a created object into a directory: mask.bin with all mask bytes, the pictures "mask_c0_p0.png" of
+/// colour 0 and position 0 and so on, and mask.json. Pictures of an older result in the directory are
+/// removed. All files appear together; when it throws before that, the directory is as it was.
 /// @return number of pictures
-/// @throws std::filesystem::filesystem_error, CInterrupted
+/// @throws CFileError, CInterrupted, std::filesystem::filesystem_error
 int MaskOutput_Write(const CMaskData_Base& mask, const std::filesystem::path& directory,
                      EMaskPictures pictures);
+
+} // namespace dotweave

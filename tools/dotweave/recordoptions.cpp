@@ -1,10 +1,13 @@
 #include "recordoptions.h"
 
 #include "record/recordfields.h"
-#include "record/recordjson.h"
-#include "record/usageerror.h"
+#include "record/textquote.h"
+#include "recordfile.h"
+#include "usageerror.h"
 
 #include <cstddef>
+
+namespace dotweave {
 
 CRecordOptions::CRecordOptions(CLI::App& command) : m_texts(RecordFields().size())
 {
@@ -17,7 +20,7 @@ CRecordOptions::CRecordOptions(CLI::App& command) : m_texts(RecordFields().size(
         const SRecordField& field = RecordFields()[i];
         const std::string help = std::string(field.help) + "; " + RecordField_RangeText(field) +
                                  "; default " + RecordField_ValueText(field, RECORD_DEFAULT);
-        m_options.push_back(command.add_option(field.option, m_texts[i], help)
+        m_options.push_back(command.add_option(RecordField_Option(field), m_texts[i], help)
                                 ->type_name(field.choices.empty() ? "N" : "NAME")
                                 ->group("Print mode"));
     }
@@ -31,7 +34,10 @@ SMaskParam CRecordOptions::Record() const
     for (std::size_t i = 0; i < m_options.size(); ++i) {
         const SRecordField& field = RecordFields()[i];
         if (m_options[i]->count() > 0 && !RecordField_SetText(field, m_texts[i], param))
-            throw CUsageError(RecordField_RefusalText(field, field.option, '"' + m_texts[i] + '"'));
+            throw CUsageError(RecordField_RefusalText(field, RecordField_Option(field),
+                                                      '"' + Text_Quote(m_texts[i]) + '"'));
     }
     return param;
 }
+
+} // namespace dotweave

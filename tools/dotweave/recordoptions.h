@@ -1,11 +1,13 @@
 #pragma once
 
-#include "dotweave/maskparam.h"
+#include <dotweave/maskparam.h>
 
 #include <CLI/App.hpp>
 
 #include <string>
 #include <vector>
+
+namespace dotweave {
 
 /// The options that describe a print mode: one per field and --param for a mode file.
 /// Lifetime: the command keeps pointers into this object, which therefore stays where it is.
@@ -19,7 +21,8 @@ public:
 
     /// The mode that the parsed command line asks for: the default mode, overridden by the fields of the mode
     /// file, overridden by the options.
-    /// @throws CUsageError for a refused value or mode file
+    /// @throws CUsageError for a refused value, CRecordError for a refused mode file, CFileError for one that
+    ///         cannot be read
     SMaskParam Record() const;
 
 private:
@@ -28,3 +31,5 @@ private:
     std::vector<std::string> m_texts;    // one per field, as given
     std::vector<CLI::Option*> m_options; // one per field, owned by the command
 };
+
+} // namespace dotweave

@@ -1,78 +1,88 @@
 #include "stagedfiles.h"
 
+#include "fileerror.h"
+#include "outputfile.h"
+#include "readyfolder.h"
+
 #include <random>
 #include <system_error>
 #include <utility>
 
 namespace fs = std::filesystem;
 
+namespace dotweave {
+
 namespace {
 
-constexpr char NEW_FILES[] = "new";
-constexpr char OLD_FILES[] = "old";
-constexpr int STAGING_TRIES = 16;
-
-bool IsThere(const fs::path& path)
-{
-    return fs::exists(fs::symlink_status(path));
-}
-
-/// The directories that making a directory would make, innermost first.
+/// The folders that making a folder would make, innermost first.
 std::vector<fs::path> MissingDirectories(const fs::path& directory)
 {
     std::vector<fs::path> missing;
-    for (fs::path path = directory; !path.empty() && !IsThere(path); path = path.parent_path())
+    for (fs::path path = directory; !path.empty() && !fs::exists(fs::symlink_status(path));
+         path = path.parent_path())
         missing.push_back(path);
     return missing;
 }
 
+void Remove_All(const std::vector<fs::path>& paths)
+{
+    std::error_code ignored;
+    for (const fs::path& path : paths)
+        fs::remove(path, ignored); // takes only an empty folder
+}
+
 } // namespace
 
-CStagedFiles::CStagedFiles(fs::path directory) : m_directory(std::move(directory))
+CStagedFiles::CStagedFiles(fs::path directory)
+    : m_directory(std::move(directory)), m_madeDirectories(MissingDirectories(m_directory))
 {
-    // The destructor of an object whose constructor throws is not run.
-    m_madeDirectories = MissingDirectories(m_directory);
-    try {
+    try { // the destructor of an object whose constructor throws is not run
         fs::create_directories(m_directory);
+        const CFolderLock lock(m_directory, CFolderLock::Wait_Forever);
+        ReadyFolder_Finish(m_directory);
+        Staging_RemoveAbandoned(m_directory);
         Staging_Create();
     } catch (...) {
-        std::error_code ignored;
-        for (const fs::path& made : m_madeDirectories)
-            fs::remove(made, ignored); // takes only an empty one
+        Remove_All(m_madeDirectories);
         throw;
     }
 }
 
 CStagedFiles::~CStagedFiles()
 {
-    std::error_code ignored;
-    if (!m_isKept)
-        MoveBack();
-    fs::remove_all(m_staging, ignored);
-    if (!m_isKept)
-        for (const fs::path& made : m_madeDirectories)
-            fs::remove(made, ignored);
+    if (m_isPlaced)
+        return;
+    std::vector<fs::path> files; // by name: listing a folder would need a file handle, and there may be none
+    for (const std::string& name : m_added)
+        files.push_back(m_staging / STAGING_NEW / name);
+    for (const std::string& name : m_retired)
+        files.push_back(m_staging / STAGING_RETIRED / name);
+    Remove_All(files);
+    Remove_All({m_staging / STAGING_NEW, m_staging / STAGING_RETIRED, m_staging});
+    Remove_All(m_madeDirectories);
 }
 
-/// Making a directory is the step that only one of several runs can win, so no run sees another's files.
+/// Under the folder's lock, so that nobody takes the new staging folder for an abandoned one.
 void CStagedFiles::Staging_Create()
 {
     std::random_device random;
-    for (int i = 0; i < STAGING_TRIES; ++i) {
-        m_staging = m_directory / (".dotweave-" + std::to_string(random()));
-        if (fs::create_directory(m_staging)) {
-            fs::create_directory(m_staging / NEW_FILES);
-            fs::create_directory(m_staging / OLD_FILES);
-            return;
-        }
+    do
+        m_staging = m_directory / (STAGING_PREFIX + std::to_string(random()));
+    while (!fs::create_directory(m_staging));
+    try {
+        fs::create_directory(m_staging / STAGING_NEW);
+        fs::create_directory(m_staging / STAGING_RETIRED);
+        m_stagingLock.emplace(m_staging, CFolderLock::Wait_Never);
+    } catch (...) {
+        Remove_All({m_staging / STAGING_NEW, m_staging / STAGING_RETIRED, m_staging});
+        throw;
     }
-    throw fs::filesystem_error("cannot make", m_staging, std::make_error_code(std::errc::file_exists));
 }
 
 fs::path CStagedFiles::Add(const std::string& name)
 {
     m_added.push_back(name);
-    return m_staging / NEW_FILES / name;
+    return m_staging / STAGING_NEW / name;
 }
 
 void CStagedFiles::Retire(const std::string& name)
@@ -80,37 +90,35 @@ void CStagedFiles::Retire(const std::string& name)
     m_retired.push_back(name);
 }
 
+void CStagedFiles::Check() const
+{
+    for (const std::vector<std::string>* names : {&m_added, &m_retired})
+        for (const std::string& name : *names) {
+            const fs::file_status status = fs::symlink_status(FinalPath(name));
+            if (fs::exists(status) && !fs::is_regular_file(status))
+                throw CFileError(FinalPath(name), std::string("is no regular file and is not replaced"));
+        }
+}
+
 void CStagedFiles::Place()
 {
-    MoveAside(m_added);
-    MoveAside(m_retired);
-    m_placed.reserve(m_added.size()); // from here on a move that is made is also noted
+    for (const std::string& name : m_retired)
+        COutputFile(m_staging / STAGING_RETIRED / name, FinalPath(name)).Close();
+    const CFolderLock lock(m_directory, CFolderLock::Wait_Forever);
+    ReadyFolder_Finish(m_directory);
+    Check();
     for (const std::string& name : m_added) {
-        fs::rename(m_staging / NEW_FILES / name, FinalPath(name));
-        m_placed.push_back(name);
+        if (!fs::exists(m_staging / STAGING_NEW / name))
+            throw CFileError(FinalPath(name), std::string("was announced but never written"));
+        Owner_Copy(FinalPath(name), m_staging / STAGING_NEW / name);
     }
+    Folder_Sync(m_staging / STAGING_NEW);
+    Folder_Sync(m_staging / STAGING_RETIRED);
+    fs::rename(m_staging, m_directory / STAGING_READY); // the decision
+    m_isPlaced = true;
+    m_stagingLock.reset(); // so that there is a file handle for the moves
+    Folder_Sync(m_directory);
+    ReadyFolder_Finish(m_directory);
 }
 
-void CStagedFiles::MoveAside(const std::vector<std::string>& names)
-{
-    m_aside.reserve(m_aside.size() + names.size());
-    for (const std::string& name : names) {
-        const fs::path path = FinalPath(name);
-        if (!IsThere(path))
-            continue;
-        if (fs::is_directory(fs::symlink_status(path))) // no result of ours, and not ours to move
-            throw fs::filesystem_error("cannot replace", path,
-                                       std::make_error_code(std::errc::is_a_directory));
-        fs::rename(path, m_staging / OLD_FILES / name);
-        m_aside.push_back(name);
-    }
-}
-
-void CStagedFiles::MoveBack()
-{
-    std::error_code ignored;
-    for (const std::string& name : m_placed)
-        fs::remove(FinalPath(name), ignored);
-    for (const std::string& name : m_aside)
-        fs::rename(m_staging / OLD_FILES / name, FinalPath(name), ignored);
-}
+} // namespace dotweave

@@ -1,17 +1,32 @@
 #pragma once
 
+#include "diskaccess.h"
+
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
-/// Files that appear in a directory together or not at all.
-/// They are written in a hidden staging directory inside it, moved to their places by Place and final with
-/// Keep. Whatever ends the run before that - an error, an interrupt - leaves the directory as it was: the
-/// destructor takes the new files away, puts older ones back and removes every directory that was made.
+namespace dotweave {
+
+/// Files that come into a folder together or not at all.
+///
+/// They are written and synced in a hidden staging folder inside it. One rename, which calls the staging
+/// folder
+/// ".dotweave-ready", decides: before it the folder has the old result, after it the new one counts. Then the
+/// files move to their places, mask.json last. A run that is killed in between leaves the ready folder,
+/// complete; the next run into the folder finishes the moves. A journal, because other files in the folder
+/// may be the user's, so that the folder as a whole cannot be exchanged. Nothing is deleted before its
+/// replacement is in place.
+///
+/// Placing locks the folder, so that runs at once come one after the other. Whatever ends a run before the
+/// decision - an error, an interrupt - leaves the folder as it was; what a killed run leaves, the next one
+/// removes.
 class CStagedFiles {
 public:
-    /// Makes the directory if it is not there, and the staging directory in it.
-    /// @throws std::filesystem::filesystem_error
+    /// Makes the folder if it is not there, finishes or removes what a killed run left in it, and makes the
+    /// staging folder.
+    /// @throws CFileError, std::filesystem::filesystem_error
     explicit CStagedFiles(std::filesystem::path directory);
     CStagedFiles(const CStagedFiles&) = delete;
     CStagedFiles& operator=(const CStagedFiles&) = delete;
@@ -23,26 +38,28 @@ public:
     std::filesystem::path Add(const std::string& name);
     /// Announces a file of an older result that goes when the new one comes. It need not be there.
     void Retire(const std::string& name);
-    /// Where a file will stand.
+    /// Where a file will be.
     std::filesystem::path FinalPath(const std::string& name) const { return m_directory / name; }
 
-    /// Moves all files to their places; older files of the same names and the retired ones go aside.
-    /// @throws std::filesystem::filesystem_error
+    /// Checks that every file can take its place: only regular files are replaced or retired.
+    /// @throws CFileError
+    void Check() const;
+    /// Checks, then moves all files to their places. A replaced file passes on its owner and mode.
+    /// @throws CFileError, std::filesystem::filesystem_error; the message names the ready folder when the new
+    /// result
+    ///         is complete but not yet in its place
     void Place();
-    /// Makes the moves final.
-    void Keep() { m_isKept = true; }
 
 private:
     void Staging_Create();
-    void MoveAside(const std::vector<std::string>& names);
-    void MoveBack();
 
     std::filesystem::path m_directory;
     std::filesystem::path m_staging;
+    std::optional<CFolderLock> m_stagingLock;             // shows other runs that somebody is at work
     std::vector<std::filesystem::path> m_madeDirectories; // innermost first
     std::vector<std::string> m_added;
     std::vector<std::string> m_retired;
-    std::vector<std::string> m_aside;  // old files in the staging directory
-    std::vector<std::string> m_placed; // new files in their places
-    bool m_isKept = false;
+    bool m_isPlaced = false;
 };
+
+} // namespace dotweave

@@ -1,9 +1,11 @@
 #include "recordoptions.h"
 
+#include "fileerror.h"
+#include "record/recorderror.h"
 #include "record/recordfields.h"
 #include "recordwords.h"
 #include "temporarydirectory.h"
-#include "record/usageerror.h"
+#include "usageerror.h"
 
 #include <CLI/CLI.hpp>
 
@@ -14,6 +16,8 @@
 #include <sstream>
 #include <string>
 #include <vector>
+
+using namespace dotweave;
 
 namespace {
 
@@ -35,7 +39,7 @@ SMaskParam ParseLine(const std::string& line)
 
 } // namespace
 
-TEST(RecordOptions, WithoutOptionsTheModeIsTheCommonProductionMode)
+TEST(RecordOptions, WithoutAnyTheModeIsTheCommonOne)
 {
     const SMaskParam expected = {544, 4, 1, 1, 4, 1, FeatherMode_None, 50.0F, 1, 1, 100, ResSplit_None};
     EXPECT_EQ(Words(Parse({})), Words(expected));
@@ -51,7 +55,7 @@ TEST(RecordOptions, EveryFieldHasAnOption)
     EXPECT_EQ(Words(parsed), Words(expected));
 }
 
-TEST(RecordOptions, OptionsOverrideTheModeFileWhichOverridesTheDefaults)
+TEST(RecordOptions, OverrideTheModeFileAndTheDefaults)
 {
     const CTemporaryDirectory directory;
     const std::string file = directory.Sub("mode.json");
@@ -61,17 +65,21 @@ TEST(RecordOptions, OptionsOverrideTheModeFileWhichOverridesTheDefaults)
     expected.basePass = 3;
     EXPECT_EQ(Words(Parse({"--param", file, "--base-pass", "3"})), Words(expected));
     EXPECT_EQ(Words(Parse({"--base-pass", "3", "--param", file})), Words(expected));
+    File_Write(file, R"({"basePass": 0})"); // wrong, though an option overrides it
+    EXPECT_THROW(Parse({"--param", file, "--base-pass", "3"}), CRecordError);
 }
 
-TEST(RecordOptions, AWrongValueInTheModeFileIsRefusedAlsoWhereAnOptionOverridesIt)
+TEST(RecordOptions, AFileThatCannotBeReadIsAFileError)
 {
     const CTemporaryDirectory directory;
-    const std::string file = directory.Sub("mode.json");
-    File_Write(file, R"({"basePass": 0})");
-    EXPECT_THROW(Parse({"--param", file, "--base-pass", "3"}), CUsageError);
+    EXPECT_THROW(Parse({"--param", directory.Sub("none")}), CFileError);
+    EXPECT_THROW(Parse({"--param", directory.Path().string()}), CFileError);
+    EXPECT_THROW(Parse({"--param", ""}), CFileError);
+    File_Write(directory.Sub("empty"), "");
+    EXPECT_THROW(Parse({"--param", directory.Sub("empty")}), CRecordError);
 }
 
-TEST(RecordOptions, ANegativeNumberIsAValueAndNotAnOption)
+TEST(RecordOptions, ANegativeNumberIsAValue)
 {
     try {
         Parse({"--base-pass", "-1"});
@@ -85,9 +93,4 @@ TEST(RecordOptions, ANegativeNumberIsAValueAndNotAnOption)
 TEST(RecordOptions, AnOptionGivenTwiceIsRefused)
 {
     EXPECT_THROW(Parse({"--base-pass", "2", "--base-pass", "3"}), CLI::ParseError);
-}
-
-TEST(RecordOptions, AnEmptyFileNameIsRefused)
-{
-    EXPECT_THROW(Parse({"--param", ""}), CUsageError);
 }

@@ -1,5 +1,6 @@
 #include "stagedfiles.h"
 
+#include "fileerror.h"
 #include "interruptguard.h"
 #include "outputfile.h"
 #include "temporarydirectory.h"
@@ -12,6 +13,7 @@
 #include <string>
 #include <vector>
 
+using namespace dotweave;
 namespace fs = std::filesystem;
 using CNames = std::vector<std::string>;
 
@@ -26,131 +28,157 @@ void Put(CStagedFiles& files, const std::string& name, const std::string& text)
 
 } // namespace
 
-TEST(StagedFiles, AppearTogetherAndReplaceOlderOnes)
-{
-    const CTemporaryDirectory directory;
-    File_Write(directory.Sub("a"), "old a");
-    File_Write(directory.Sub("retired"), "old");
-    File_Write(directory.Sub("other"), "not ours");
+/// A folder with an old result: a and mask.json, which new results replace, retired, which they retire, and a
+/// file of the user.
+class StagedFiles : public testing::Test {
+protected:
+    void SetUp() override
     {
-        CStagedFiles files(directory.Path());
-        Put(files, "a", "new a");
-        Put(files, "b", "new b");
+        for (const char* name : {"a", "mask.json", "retired", "other"})
+            File_Write(directory.Sub(name), std::string("old ") + name);
+    }
+    std::string Texts() const
+    {
+        std::string texts;
+        for (const std::string& name : Directory_Names(directory.Path()))
+            texts += fs::is_regular_file(directory.Sub(name)) ? File_Read(directory.Sub(name)) + "; "
+                                                              : name + "/ ";
+        return texts;
+    }
+    /// Writes a new result up to the decision.
+    static void Result_Write(CStagedFiles& files)
+    {
+        for (const char* name : {"mask.json", "a", "b"})
+            Put(files, name, std::string("new ") + name);
         files.Retire("retired");
         files.Retire("never there");
-        EXPECT_EQ(File_Read(directory.Sub("a")), "old a"); // still complete
-        EXPECT_FALSE(fs::exists(directory.Sub("b")));
-        files.Place();
-        files.Keep();
     }
-    EXPECT_EQ(Directory_Names(directory.Path()), (CNames{"a", "b", "other"}));
-    EXPECT_EQ(File_Read(directory.Sub("a")), "new a");
-    EXPECT_EQ(File_Read(directory.Sub("b")), "new b");
-    EXPECT_EQ(File_Read(directory.Sub("other")), "not ours");
+
+    const std::string OLD = "old a; old mask.json; old other; old retired; ";
+    const std::string NEW = "new a; new b; new mask.json; old other; ";
+    CTemporaryDirectory directory;
+};
+
+TEST_F(StagedFiles, AppearTogetherAndReplaceOlderOnes)
+{
+    CStagedFiles files(directory.Path());
+    Result_Write(files);
+    files.Check();
+    EXPECT_EQ(Texts().substr(Texts().find(' ') + 1), OLD); // behind the hidden folder
+    files.Place();
+    EXPECT_EQ(Texts(), NEW);
 }
 
-TEST(StagedFiles, GivenUpBeforeTheMovesLeaveTheDirectoryAsItWas)
+TEST_F(StagedFiles, GivenUpLeaveTheFolderAsItWas)
 {
-    const CTemporaryDirectory directory;
-    File_Write(directory.Sub("a"), "old a");
     {
         CStagedFiles files(directory.Path());
-        Put(files, "a", "new a");
-        Put(files, "b", "new b");
+        Result_Write(files);
     }
-    EXPECT_EQ(Directory_Names(directory.Path()), CNames{"a"});
-    EXPECT_EQ(File_Read(directory.Sub("a")), "old a");
+    EXPECT_EQ(Texts(), OLD);
 }
 
-TEST(StagedFiles, GivenUpAfterTheMovesPutOlderOnesBack)
+TEST_F(StagedFiles, RefuseWhatIsNoRegularFile)
 {
-    const CTemporaryDirectory directory;
-    File_Write(directory.Sub("a"), "old a");
-    File_Write(directory.Sub("retired"), "old");
+    fs::create_directory(directory.Sub("b"));
     {
         CStagedFiles files(directory.Path());
-        Put(files, "a", "new a");
-        Put(files, "b", "new b");
-        files.Retire("retired");
-        files.Place();
-        EXPECT_EQ(File_Read(directory.Sub("a")), "new a");
+        Result_Write(files);
+        EXPECT_THROW(files.Check(), CFileError);
+        EXPECT_THROW(files.Place(), CFileError);
     }
-    EXPECT_EQ(Directory_Names(directory.Path()), (CNames{"a", "retired"}));
-    EXPECT_EQ(File_Read(directory.Sub("a")), "old a");
+    EXPECT_EQ(Texts(), "old a; b/ " + OLD.substr(7));
 }
 
-TEST(StagedFiles, AMoveThatFailsPutsEverythingBack)
+TEST_F(StagedFiles, RefuseAFileThatWasNeverWritten)
 {
-    const CTemporaryDirectory directory;
-    File_Write(directory.Sub("a"), "old a");
-    fs::create_directory(directory.Sub("z"));
     {
         CStagedFiles files(directory.Path());
-        Put(files, "a", "new a");
-        Put(files, "z", "new z");
-        EXPECT_THROW(files.Place(), fs::filesystem_error);
+        Result_Write(files);
+        files.Add("c");
+        EXPECT_THROW(files.Place(), CFileError);
     }
-    EXPECT_EQ(Directory_Names(directory.Path()), (CNames{"a", "z"}));
-    EXPECT_EQ(File_Read(directory.Sub("a")), "old a");
-    EXPECT_TRUE(fs::is_directory(directory.Sub("z")));
+    EXPECT_EQ(Texts(), OLD);
 }
 
-TEST(StagedFiles, AFileThatWasNeverWrittenPutsEverythingBack)
+/// A run that is killed after the decision leaves any part of the moves to the next run.
+TEST_F(StagedFiles, AKilledRunIsFinishedByTheNext)
 {
-    const CTemporaryDirectory directory;
-    File_Write(directory.Sub("b"), "old b");
-    {
+    for (int movedCount = 0; movedCount <= 4; ++movedCount) {
+        SCOPED_TRACE(movedCount);
+        SetUp();
+        fs::remove(directory.Sub("b"));
+        const fs::path ready = directory.Sub(".dotweave-ready");
+        for (const char* folder : {"new", "retired"})
+            fs::create_directories(ready / folder);
+        for (const char* name : {"a", "b", "mask.json"})
+            File_Write(ready / "new" / name, std::string("new ") + name);
+        File_Write(ready / "retired/retired", "");
+        if (movedCount > 0)
+            fs::rename(ready / "new/a", directory.Sub("a"));
+        if (movedCount > 1)
+            fs::rename(ready / "new/b", directory.Sub("b"));
+        if (movedCount > 2)
+            fs::remove(directory.Sub("retired"));
+        if (movedCount > 3)
+            fs::rename(ready / "new/mask.json", directory.Sub("mask.json"));
+        {
+            CStagedFiles next(directory.Path()); // is given up itself
+        }
+        EXPECT_EQ(Texts(), NEW);
+    }
+}
+
+TEST_F(StagedFiles, WhatCannotBeMovedIsKeptAndNamed)
+{
+    const fs::path ready = directory.Sub(".dotweave-ready");
+    fs::create_directories(ready / "new");
+    File_Write(ready / "new/a", "new a");
+    fs::remove(directory.Sub("a"));
+    fs::create_directories(directory.Sub("a/b"));
+    try {
         CStagedFiles files(directory.Path());
-        Put(files, "a", "new a");
-        files.Add("b");
-        EXPECT_THROW(files.Place(), fs::filesystem_error);
+        ADD_FAILURE() << "moved";
+    } catch (const CFileError& error) {
+        EXPECT_EQ(error.what(),
+                  ready.string() +
+                      ": the new result is complete here, but not all its files are in place: Is a "
+                      "directory; the next run into this folder moves them");
     }
-    EXPECT_EQ(Directory_Names(directory.Path()), CNames{"b"});
-    EXPECT_EQ(File_Read(directory.Sub("b")), "old b");
+    EXPECT_EQ(File_Read(ready / "new/a"), "new a");
 }
 
-TEST(StagedFiles, MadeDirectoriesGoAgainWhenTheRunFails)
+TEST_F(StagedFiles, WhatAKilledRunLeavesIsRemoved)
 {
-    const CTemporaryDirectory directory;
-    {
-        CStagedFiles files(directory.Sub("x/y/z"));
-        Put(files, "a", "new a");
-        EXPECT_TRUE(fs::is_directory(directory.Sub("x/y/z")));
-    }
-    EXPECT_EQ(Directory_Names(directory.Path()), CNames{});
-    {
-        CStagedFiles files(directory.Sub("x/y/z/"));
-        Put(files, "a", "new a");
-        files.Place();
-        files.Keep();
-    }
-    EXPECT_EQ(Directory_Names(directory.Sub("x/y/z")), CNames{"a"});
-}
-
-TEST(StagedFiles, ADirectoryThatCannotBeMadeLeavesNothing)
-{
-    const CTemporaryDirectory directory;
-    File_Write(directory.Sub("file"), "text");
-    EXPECT_THROW(CStagedFiles(directory.Sub("file")), fs::filesystem_error);
-    EXPECT_THROW(CStagedFiles(directory.Sub("file/x/y")), fs::filesystem_error);
-    EXPECT_EQ(Directory_Names(directory.Path()), CNames{"file"});
-}
-
-TEST(StagedFiles, TwoRunsInOneDirectoryDoNotMeet)
-{
-    const CTemporaryDirectory directory;
-    CStagedFiles first(directory.Path());
+    fs::create_directories(directory.Sub(".dotweave-17/new"));
+    File_Write(directory.Sub(".dotweave-17/new/a"), "half of");
+    CStagedFiles first(directory.Path()); // is at work and keeps its folder
     CStagedFiles second(directory.Path());
+    EXPECT_FALSE(fs::exists(directory.Sub(".dotweave-17")));
     Put(first, "a", "first");
     Put(second, "a", "second");
     first.Place();
-    first.Keep();
+    EXPECT_EQ(File_Read(directory.Sub("a")), "first");
     second.Place();
-    second.Keep();
     EXPECT_EQ(File_Read(directory.Sub("a")), "second");
 }
 
-TEST(InterruptGuard, AnInterruptStopsTheNextWriteAndNothingIsLeft)
+TEST_F(StagedFiles, MadeFoldersGoWhenTheRunFails)
+{
+    {
+        CStagedFiles files(directory.Sub("x/y/z"));
+        Put(files, "a", "new a");
+    }
+    for (const char* name : {"other", "other/x/y"})
+        EXPECT_THROW(CStagedFiles(directory.Sub(name)), fs::filesystem_error);
+    EXPECT_EQ(Texts(), OLD);
+    CStagedFiles files(directory.Sub("x/y/z/"));
+    Put(files, "a", "new a");
+    files.Place();
+    EXPECT_EQ(Directory_Names(directory.Sub("x/y/z")), CNames{"a"});
+}
+
+TEST(InterruptGuard, StopsTheNextWriteAndNothingIsLeft)
 {
     const CTemporaryDirectory directory;
     std::optional<CInterruptGuard> guard(std::in_place);
@@ -170,7 +198,7 @@ TEST(InterruptGuard, AnInterruptStopsTheNextWriteAndNothingIsLeft)
     EXPECT_EQ(Directory_Names(directory.Path()), CNames{});
 }
 
-TEST(InterruptGuard, GivesTheHandlersBackAndLeavesIgnoredSignalsIgnored)
+TEST(InterruptGuard, GivesBackHandlersAndKeepsIgnoring)
 {
     ASSERT_NE(std::signal(SIGINT, SIG_IGN), SIG_ERR);
     {

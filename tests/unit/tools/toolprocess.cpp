@@ -8,6 +8,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <iterator>
+#include <sstream>
+
 namespace {
 
 constexpr char OUT_FILE[] = "out";
@@ -79,19 +82,25 @@ void CToolProcess::Collect(int flags)
         m_process = 0;
 }
 
-SToolResult Tool_Run(const std::vector<std::string>& arguments)
+std::vector<std::string> Tool_Command(const std::string& words, const std::vector<std::string>& more)
 {
+    std::istringstream stream(words);
     std::vector<std::string> command = {DOTWEAVE_TOOL};
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    return CToolProcess(command).Wait();
+    command.insert(command.end(), std::istream_iterator<std::string>(stream), {});
+    command.insert(command.end(), more.begin(), more.end());
+    return command;
 }
 
-SToolResult Tool_RunWithFileLimit(int kibibytes, const std::vector<std::string>& arguments)
+SToolResult Tool_Run(const std::string& words, const std::vector<std::string>& more)
 {
-    // The limit counts 512 bytes; with the signal ignored a write beyond it fails as on a full disk.
-    const std::string script =
-        "trap '' XFSZ; ulimit -f " + std::to_string(kibibytes * 2) + R"(; exec "$0" "$@")";
-    std::vector<std::string> command = {"/bin/sh", "-c", script, DOTWEAVE_TOOL};
-    command.insert(command.end(), arguments.begin(), arguments.end());
+    return CToolProcess(Tool_Command(words, more)).Wait();
+}
+
+SToolResult Tool_RunIn(const std::string& script, const std::string& words,
+                       const std::vector<std::string>& more)
+{
+    std::vector<std::string> command = {"/bin/sh", "-c", script};
+    const std::vector<std::string> tool = Tool_Command(words, more);
+    command.insert(command.end(), tool.begin(), tool.end());
     return CToolProcess(command).Wait();
 }

@@ -15,10 +15,10 @@ struct SToolResult {
     std::string err;     ///< everything on standard error
 };
 
-/// The built command, running.
+/// A running program.
 class CToolProcess {
 public:
-    /// Starts a program with its outputs into files of its own.
+    /// Starts a program whose outputs go to files of its own.
     /// @param command  program and arguments
     explicit CToolProcess(const std::vector<std::string>& command);
     CToolProcess(const CToolProcess&) = delete;
@@ -35,12 +35,18 @@ private:
     void Collect(int flags);
 
     CTemporaryDirectory m_outputs;
-    pid_t m_process = 0; // 0 when it is gone
+    pid_t m_process = 0; // 0 when it has ended
     int m_status = 0;
 };
 
-/// Runs the built command to its end.
-SToolResult Tool_Run(const std::vector<std::string>& arguments);
+/// The built command with arguments.
+/// @param words  arguments with blanks between them
+/// @param more   further arguments, taken as they are
+std::vector<std::string> Tool_Command(const std::string& words, const std::vector<std::string>& more = {});
 
-/// As above where no file can grow beyond a size: the disk is full from there on.
-SToolResult Tool_RunWithFileLimit(int kibibytes, const std::vector<std::string>& arguments);
+/// Runs the built command to its end.
+SToolResult Tool_Run(const std::string& words, const std::vector<std::string>& more = {});
+
+/// Runs a shell script, in which "$0" "$@" is the built command with its arguments.
+SToolResult Tool_RunIn(const std::string& script, const std::string& words,
+                       const std::vector<std::string>& more = {});

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 using CTree = boost::property_tree::ptree;
@@ -17,7 +19,7 @@ using CTree = boost::property_tree::ptree;
 /// The plot, parsed; parsing throws for a text that is not XML.
 CTree Parse(const std::vector<SCutTable>& table, int stepRows)
 {
-    std::istringstream stream(CutTablePlot_Svg(table, stepRows));
+    std::istringstream stream(CutTablePlot_Svg({table, stepRows}));
     CTree tree;
     boost::property_tree::read_xml(stream, tree);
     return tree.get_child("svg");

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+using namespace dotweave;
+
 namespace {
 
 SPicture Draw(const std::vector<std::uint8_t>& bytes, int width, int lineBytes, int bitsPerPixel)
@@ -33,30 +35,19 @@ std::vector<std::string> Rows(const SPicture& picture)
 
 } // namespace
 
-TEST(MaskPicture, OneBitPixelsStartAtTheMostSignificantBit)
+TEST(MaskPicture, APixelOfTheMaskIsAPixel)
 {
-    const std::vector<std::string> expected = {"#.#..#.#.#", "..........", "########.."};
-    EXPECT_EQ(Rows(Draw({0xA5, 0x40, 0x00, 0x00, 0xFF, 0x00}, 10, 2, 1)), expected);
-}
-
-TEST(MaskPicture, TwoBitPixelsShareAByteByFours)
-{
-    const std::vector<std::string> expected = {"#..##", ".##.."};
-    EXPECT_EQ(Rows(Draw({0xC3, 0xC0, 0x3C, 0x00}, 5, 2, 2)), expected);
-}
-
-TEST(MaskPicture, IsGreyOfOneBit)
-{
-    const SPicture picture = Draw({0xA5}, 8, 1, 1);
+    const SPicture picture = Draw({0xA5, 0x40, 0x00, 0x00, 0xFF, 0x00}, 10, 2, 1);
     EXPECT_EQ(picture.bitDepth, 1);
-    EXPECT_EQ(picture.colorType, 0);
-    EXPECT_EQ(picture.width, 8);
-    EXPECT_EQ(picture.height, 1);
+    EXPECT_EQ(picture.colorType, 0); // grey
+    EXPECT_EQ(Rows(picture), (std::vector<std::string>{"#.#..#.#.#", "..........", "########.."}));
+    EXPECT_EQ(Rows(Draw({0xC3, 0xC0, 0x3C, 0x00}, 5, 2, 2)), (std::vector<std::string>{"#..##", ".##.."}));
+    EXPECT_EQ(Rows(Draw({0x80}, 1, 1, 1)), std::vector<std::string>{"#"});
 }
 
-TEST(MaskPicture, AMaskWiderThanAMillionPixelsIsDrawn)
+TEST(MaskPicture, IsDrawnWiderThanAMillionPixels)
 {
-    // Readers set a limit of their own at a million, so this looks at the file: 16 bytes, then the width.
+    // Readers have a limit of their own at a million, so this test reads the file: 16 bytes, then the width.
     const std::vector<std::uint8_t> line(150000, 0x00);
     const std::vector<std::uint8_t> file = MaskPicture_Png({line.data(), 1200000, 1, 150000, 1});
     EXPECT_EQ(std::vector<std::uint8_t>(file.begin() + 16, file.begin() + 20),
@@ -64,7 +55,7 @@ TEST(MaskPicture, AMaskWiderThanAMillionPixelsIsDrawn)
     EXPECT_EQ(std::string(file.end() - 8, file.end() - 4), "IEND");
 }
 
-TEST(MaskPicture, ASizeThatNoPictureHasIsRefused)
+TEST(MaskPicture, IsRefusedWithoutPixels)
 {
     const std::uint8_t none = 0;
     EXPECT_THROW(MaskPicture_Png({&none, 0, 1, 1, 1}), std::runtime_error);

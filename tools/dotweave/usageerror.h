@@ -2,8 +2,12 @@
 
 #include <stdexcept>
 
-/// A wrong option or mode file. The text is one line for the user: where, the value, what is allowed.
+namespace dotweave {
+
+/// A wrong option. The text is one line for the user: where, the value, what is allowed.
 class CUsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+} // namespace dotweave

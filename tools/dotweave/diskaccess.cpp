@@ -1,0 +1,87 @@
+#include "diskaccess.h"
+
+#include "fileerror.h"
+
+#include <cerrno>
+
+#if defined(_WIN32)
+
+namespace dotweave {
+
+bool File_Sync(std::FILE*)
+{
+    return true;
+}
+
+void Folder_Sync(const std::filesystem::path&) {}
+
+void Owner_Copy(const std::filesystem::path&, const std::filesystem::path&) {}
+
+void StandardStreams_Occupy() {}
+
+CFolderLock::CFolderLock(const std::filesystem::path&, EWait) : m_isHeld(true) {}
+
+CFolderLock::~CFolderLock() = default;
+
+} // namespace dotweave
+
+#else
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace dotweave {
+
+bool File_Sync(std::FILE* file)
+{
+    return fsync(fileno(file)) == 0 || errno == EINVAL; // EINVAL: a file system that knows no syncing
+}
+
+void Folder_Sync(const std::filesystem::path& folder)
+{
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    static_cast<void>(fsync(descriptor));
+    static_cast<void>(close(descriptor));
+}
+
+void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    struct stat status = {};
+    if (stat(from.c_str(), &status) != 0)
+        return;
+    static_cast<void>(chown(to.c_str(), status.st_uid, status.st_gid)); // other users' files: root alone may
+    static_cast<void>(chmod(to.c_str(), status.st_mode & 07777U));      // after chown, which clears bits
+}
+
+void StandardStreams_Occupy()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0) // open takes the lowest free number, which is this one
+            static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+}
+
+CFolderLock::CFolderLock(const std::filesystem::path& folder, EWait wait)
+    : m_descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+{
+    if (m_descriptor < 0)
+        throw CFileError(folder, errno);
+    int result = 0;
+    do
+        result = flock(m_descriptor, LOCK_EX | (wait == Wait_Never ? LOCK_NB : 0));
+    while (result != 0 && errno == EINTR);
+    m_isHeld =
+        result == 0; // a file system without locks never gives one; runs at once are then not kept apart
+}
+
+CFolderLock::~CFolderLock()
+{
+    static_cast<void>(close(m_descriptor));
+}
+
+} // namespace dotweave
+
+#endif

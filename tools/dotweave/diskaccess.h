@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+
+namespace dotweave {
+
+/// @file
+/// What the standard library cannot ask of the system. Without POSIX, folders are not locked and nothing is
+/// synced.
+
+/// Waits until what was written to a file is on the disk.
+/// @return false with errno set when it may not be
+bool File_Sync(std::FILE* file);
+
+/// Waits until the names in a folder are on the disk, as far as the system can tell.
+void Folder_Sync(const std::filesystem::path& folder);
+
+/// Gives a new file the mode of an older one, and its owner where the system lets us.
+void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// Opens whatever of standard input, output and error the caller has closed, in the direction in which it
+/// fails. A file that the command opens can then not take the place of one of them.
+void StandardStreams_Occupy();
+
+/// The lock of a folder, held until this object or its process ends.
+class CFolderLock {
+public:
+    enum EWait { Wait_Never, Wait_Forever };
+
+    /// @throws CFileError when the folder cannot be opened
+    CFolderLock(const std::filesystem::path& folder, EWait wait);
+    CFolderLock(const CFolderLock&) = delete;
+    CFolderLock& operator=(const CFolderLock&) = delete;
+    ~CFolderLock();
+
+    /// False when another run has the lock and we did not wait, or when the file system has no locks.
+    bool IsHeld() const { return m_isHeld; }
+
+private:
+    int m_descriptor = -1;
+    bool m_isHeld = false;
+};
+
+} // namespace dotweave

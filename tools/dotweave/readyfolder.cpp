@@ -1,0 +1,67 @@
+#include "readyfolder.h"
+
+#include "diskaccess.h"
+#include "fileerror.h"
+
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace dotweave {
+
+namespace {
+
+constexpr char LAST_FILE[] = "mask.json"; // describes the others
+
+/// File names in a folder; none when there is no such folder.
+std::vector<std::string> FileNames(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    if (fs::exists(folder))
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+            names.push_back(entry.path().filename().string());
+    return names;
+}
+
+} // namespace
+
+void ReadyFolder_Finish(const fs::path& directory)
+{
+    const fs::path ready = directory / STAGING_READY;
+    if (!fs::exists(fs::symlink_status(ready)))
+        return;
+    try {
+        for (const std::string& name : FileNames(ready / STAGING_NEW))
+            if (name != LAST_FILE)
+                fs::rename(ready / STAGING_NEW / name, directory / name);
+        for (const std::string& name : FileNames(ready / STAGING_RETIRED)) {
+            fs::remove(directory / name);
+            fs::remove(ready / STAGING_RETIRED / name);
+        }
+        if (fs::exists(ready / STAGING_NEW / LAST_FILE))
+            fs::rename(ready / STAGING_NEW / LAST_FILE, directory / LAST_FILE);
+        Folder_Sync(directory);
+        fs::remove(ready / STAGING_RETIRED);
+        fs::remove(ready / STAGING_NEW);
+        fs::remove(ready);
+    } catch (const fs::filesystem_error& error) {
+        throw CFileError(ready, "the new result is complete here, but not all its files are in place: " +
+                                    error.code().message() + "; the next run into this folder moves them");
+    }
+}
+
+void Staging_RemoveAbandoned(const fs::path& directory)
+{
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory, ignored)) {
+        const std::string name = entry.path().filename().string();
+        if (name.rfind(STAGING_PREFIX, 0) != 0 || !fs::is_directory(entry.symlink_status(ignored)))
+            continue;
+        if (CFolderLock(entry.path(), CFolderLock::Wait_Never).IsHeld()) // nobody is at work in it
+            fs::remove_all(entry.path(), ignored);
+    }
+}
+
+} // namespace dotweave

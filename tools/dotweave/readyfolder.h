@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+
+namespace dotweave {
+
+/// @file
+/// Hidden folders of a result folder, as CStagedFiles makes them. Each has a folder of new files and a folder
+/// whose files carry the names of old ones that go.
+
+inline constexpr char STAGING_PREFIX[] =
+    ".dotweave-"; ///< followed by a random number while files are written
+inline constexpr char STAGING_READY[] = ".dotweave-ready";
+inline constexpr char STAGING_NEW[] = "new";
+inline constexpr char STAGING_RETIRED[] = "retired";
+
+/// Moves the files of a ready folder to their places, mask.json last, and removes the folder. The caller has
+/// locked the directory. Can be repeated after a failure or a kill at any step.
+/// @throws CFileError that names the ready folder when a file cannot be moved
+void ReadyFolder_Finish(const std::filesystem::path& directory);
+
+/// Removes staging folders whose run has ended without removing them. The caller has locked the directory.
+void Staging_RemoveAbandoned(const std::filesystem::path& directory);
+
+} // namespace dotweave
