@@ -4,6 +4,7 @@
 #include "view/maskview.h"
 
 #include <dotweave/maskparam_refusal.h>
+#include <dotweave/version.h>
 
 #include <nlohmann/json.hpp>
 
@@ -73,7 +74,7 @@ ordered_json Files_Json(const std::vector<SResultFile>& files)
 ordered_json Mask_Json(const CMaskData_Base& mask, const std::vector<SResultFile>& files)
 {
     return {
-        {"dotweave", DOTWEAVE_VERSION},
+        {"dotweave", dotweave_version()},
         {"input", Record_Json(mask.MaskParam_Input())},
         {"current", Record_Json(mask.MaskParam_Current())},
         {"warnings", MaskParam_Warnings(mask.MaskParam_Input())},

@@ -53,8 +53,9 @@ void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& 
     struct stat status = {};
     if (stat(from.c_str(), &status) != 0)
         return;
-    static_cast<void>(chown(to.c_str(), status.st_uid, status.st_gid)); // other users' files: root alone may
-    static_cast<void>(chmod(to.c_str(), status.st_mode & 07777U));      // after chown, which clears bits
+    const bool isOwned = chown(to.c_str(), status.st_uid, status.st_gid) == 0; // of other users: root alone may
+    // After chown, which clears bits. Set-user-id and the like go only with the owner.
+    static_cast<void>(chmod(to.c_str(), status.st_mode & (isOwned ? 07777U : 00777U)));
 }
 
 void StandardStreams_Occupy()

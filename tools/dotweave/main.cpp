@@ -9,6 +9,8 @@
 #include "record/textquote.h"
 #include "usageerror.h"
 
+#include <dotweave/version.h>
+
 #include <CLI/CLI.hpp>
 
 #include <csignal>
@@ -28,7 +30,7 @@ std::string Command_Run(int argc, char** argv)
 {
     CLI::App app("Builds pass masks for multi-pass inkjet printing.");
     app.name("dotweave");
-    app.set_version_flag("--version", "dotweave " DOTWEAVE_VERSION, "Print the version and exit");
+    app.set_version_flag("--version", std::string("dotweave ") + dotweave_version(), "Print the version and exit");
     app.require_subcommand(0, 1); // none is refused below, with our own message
     const CBuildCommand build(app);
     const CCutTableCommand cutTable(app);

@@ -1,4 +1,5 @@
 #include "dotweave/maskdata_base.h"
+#include "dotweave/version.h"
 #include "picturefile.h"
 #include "temporarydirectory.h"
 #include "toolprocess.h"
@@ -156,7 +157,7 @@ TEST(BuildCommand, RecordsOfAResultServeAsAModeFile)
 
 TEST(BuildCommand, TellsItsVersionAndItsOptions)
 {
-    EXPECT_EQ(Tool_Run("--version").out, "dotweave " DOTWEAVE_VERSION "\n");
+    EXPECT_EQ(Tool_Run("--version").out, "dotweave " DOTWEAVE_VERSION_STRING "\n");
     const std::string help = Tool_Run("--help").out;
     EXPECT_NE(help.find("build"), std::string::npos);
     EXPECT_NE(help.find("cuttable"), std::string::npos);
