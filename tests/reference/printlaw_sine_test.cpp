@@ -105,6 +105,14 @@ SSineCase Hard(const char* name, int nozzleCount, int basePass, double never, do
     return {name, param, SSineLayout(nozzleCount, step, HardZones(basePass, 1, step)), never, twice};
 }
 
+SSineCase In2x2(const char* name, SSineCase sineCase)
+{
+    sineCase.name = name;
+    sineCase.param.xResPass = 2;
+    sineCase.param.yResPass = 2;
+    return sineCase;
+}
+
 class PrintLawSine : public testing::TestWithParam<SSineCase> {};
 
 TEST_P(PrintLawSine, HandsOver)
@@ -114,12 +122,15 @@ TEST_P(PrintLawSine, HandsOver)
     ASSERT_TRUE(mask.Create(c.param));
     SMaskData_Base_Peek peek{mask};
     ASSERT_EQ(peek.StepHeight_NoneRes(), c.layout.step);
+    for (int pass = 0; pass < c.param.xResPass * c.param.yResPass; ++pass) {
+        CSheet sheet(mask, 0, pass / c.param.xResPass, pass % c.param.xResPass);
+        sheet.Print();
+        const SWrongPixels byLaw = sheet.Compare(Law_Sine(c.layout, sheet));
+        EXPECT_EQ(byLaw.fewer + byLaw.more, 0) << "resolution pass " << pass;
+    }
+
     CSheet sheet(mask, 0, 0, 0);
     sheet.Print();
-
-    const SWrongPixels byLaw = sheet.Compare(Law_Sine(c.layout, sheet));
-    EXPECT_EQ(byLaw.fewer + byLaw.more, 0);
-
     const CLaw once = Law_Times(1);
     const SWrongPixels wrong =
         sheet.Compare([&](int row, int x) { return once(sheet.Threshold(row, x), row % c.layout.step); });
@@ -152,6 +163,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Hard("HardOnePass", 544, 1, 4.791, 0.0), // top and bottom rows are the same rows
                     Hard("HardTwoPasses", 544, 2, 2.383, 0.0), Hard("HardFourPasses", 544, 4, 3.584, 2.396),
                     Hard("HardEightPasses", 544, 8, 2.588, 2.217),
+                    In2x2("HardFourPasses2x2", Hard("", 544, 4, 3.584, 2.396)),
                     Hard("HardMatrixSteps", 1088, 2, 0.0, 0.0), // the step is the matrix
                     Smooth("RampOnePass", 544, 1, 50.0F, 340, 0.656, 0.0),
                     Smooth("RampTwoPasses", 544, 2, 50.0F, 170, 0.077, 0.070),
