@@ -1,6 +1,7 @@
 #include "masklaws.h"
 
 #include "cuttables.h"
+#include "maskbytes.h"
 #include "maskdots.h"
 #include "matrixrepeat.h"
 #include "peek.h"
@@ -138,7 +139,7 @@ void ExpectWholePixels(CMaskData_Base& mask)
 /// The generator's threads and a single one make the same bytes, but for the sine.
 void ExpectBytesOfOneThread(CMaskData_Base& mask)
 {
-    const std::vector<std::uint8_t> bytes = Bytes({mask});
+    const std::vector<std::uint8_t> bytes = MaskBytes(mask);
     EXPECT_TRUE(Bytes_Old({mask}) == bytes);
 }
 

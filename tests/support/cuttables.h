@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <ostream>
 #include <vector>
 
@@ -47,6 +48,15 @@ CRanges BuiltRanges(int count, TBuild build)
     EXPECT_EQ(CRanges(ranges.end() - GUARD_COUNT, ranges.end()), CRanges(GUARD_COUNT, UNWRITTEN))
         << "written after the table";
     return {ranges.begin() + GUARD_COUNT, ranges.end() - GUARD_COUNT};
+}
+
+/// The ranges as the library takes them.
+inline std::vector<SCutTable> CutTable_Of(const CRanges& ranges)
+{
+    std::vector<SCutTable> table;
+    for (const SRange& range : ranges)
+        table.push_back({static_cast<std::uint16_t>(range.upper), static_cast<std::uint16_t>(range.lower)});
+    return table;
 }
 
 /// `count` rows from row `first` on.

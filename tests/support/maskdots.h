@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dotweave/maskdata_base.h"
+#include "maskbytes.h"
 #include "peek.h"
 #include "plainmask.h"
 
@@ -11,14 +12,7 @@
 #include <vector>
 
 /// @file
-/// What a created mask object holds: its bytes, the same made again without the generator, and its dots.
-
-/// All mask bytes.
-inline std::vector<std::uint8_t> Bytes(SMaskData_Base_Peek peek)
-{
-    const std::uint8_t* bytes = peek.MaskBlock()->MaskData_Const();
-    return {bytes, bytes + peek.MaskBlock()->MaskDataBytesCount()};
-}
+/// What a created mask object prints: its bytes made again without the generator, and its dots.
 
 /// Builds the bytes again, on this thread.
 inline std::vector<std::uint8_t> Bytes_Old(SMaskData_Base_Peek peek)
@@ -26,7 +20,7 @@ inline std::vector<std::uint8_t> Bytes_Old(SMaskData_Base_Peek peek)
     delete peek.MaskBlock();
     peek.MaskBlock() = nullptr;
     EXPECT_TRUE(peek.CreateMaskData_Old());
-    return Bytes(peek);
+    return MaskBytes(peek.mask);
 }
 
 /// The dots of one position in Y resolution pass r and X resolution pass k.

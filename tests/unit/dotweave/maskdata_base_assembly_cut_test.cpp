@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-// The cut on its own: what it leaves alone, and that blocks of several threads do not meet.
+// The cut on its own: what it does not touch, and threads that cut blocks of their own.
 
 namespace {
 
@@ -60,7 +60,7 @@ std::vector<std::uint8_t> Bytes(const CMaskBlock& block)
 
 } // namespace
 
-TEST(MaskDataBaseAssemblyCut, SetsTheValueOfTheDepthInsideTheRangeAndTouchesNothingElse)
+TEST(MaskCut, SetsTheDotValueInsideTheRangeOnly)
 {
     const std::vector<std::uint16_t> plane = {0, 10, 20, 30, 40, 50}; // 2 rows of 3
     const std::vector<SCutTable> table = {{30, 10}, {65535, 0}};
@@ -87,7 +87,7 @@ TEST(MaskDataBaseAssemblyCut, SetsTheValueOfTheDepthInsideTheRangeAndTouchesNoth
     }
 }
 
-TEST(MaskDataBaseAssemblyCut, ManyThreadsCutOneSharedPlaneAndTableIntoBlocksOfTheirOwn)
+TEST(MaskCut, ManyThreadsShareOnePlaneAndTable)
 {
     constexpr int THREAD_COUNT = 8;
     constexpr int RUN_COUNT = 100; // cuts of each thread, so that they overlap

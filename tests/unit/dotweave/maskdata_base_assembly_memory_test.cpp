@@ -23,14 +23,6 @@ struct SModeCase {
     SPlainMask plain;
 };
 
-std::vector<SCutTable> Table(const CRanges& ranges)
-{
-    std::vector<SCutTable> table;
-    for (const SRange& range : ranges)
-        table.push_back({static_cast<std::uint16_t>(range.upper), static_cast<std::uint16_t>(range.lower)});
-    return table;
-}
-
 /// 2 passes of 136 rows, the first half of the scale and the second, in 2 x 2 resolution passes.
 SModeCase HardEdges()
 {
@@ -42,7 +34,7 @@ SModeCase HardEdges()
     mode.param.bitsPerPixel = mode.plain.bits = 2;
     mode.plain.step = 136;
     mode.plain.positionCount = 4;
-    mode.plain.table = Table(PassZones(2, 136));
+    mode.plain.table = CutTable_Of(PassZones(2, 136));
     return mode;
 }
 
@@ -57,7 +49,7 @@ SModeCase Smooth3(const std::string& name, int type, int levelPercent)
     mode.plain.step = 68;
     mode.plain.positionCount = 8;
     mode.plain.isSine = type == FeatherNozzle_Smooth_3_Sine;
-    mode.plain.table = Table(RampByFormula(204, 68, levelPercent * 65535 / 100));
+    mode.plain.table = CutTable_Of(RampByFormula(204, 68, levelPercent * 65535 / 100));
     return mode;
 }
 
@@ -71,7 +63,7 @@ std::vector<std::uint8_t> MaskBytes_OnDirtyMemory(const SMaskParam& param)
 
 } // namespace
 
-TEST(MaskDataBaseAssemblyMemory, DirtyMemoryGivesThePlainBytes)
+TEST(MaskMemory, DirtyMemoryGivesThePlainBytes)
 {
     const std::vector<SModeCase> modes = {
         HardEdges(), Smooth3("ramps", FeatherNozzle_Smooth_3, 100),

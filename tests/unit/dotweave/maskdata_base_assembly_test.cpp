@@ -1,6 +1,5 @@
 #include "dotweave/maskdata_base.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -8,33 +7,18 @@
 
 #include <gtest/gtest.h>
 
+#include "cuttables.h"
 #include "geometrysteps.h"
 #include "logcapture.h"
 #include "logscopes.h"
-#include "maskdots.h"
+#include "maskbytes.h"
 #include "maskparams.h"
+#include "nolimit.h"
 #include "peek.h"
 #include "plainmask.h"
 #include "refusedrequest.h"
 
 namespace {
-
-/// Hard edges: zone i of the band carries pass i. The passes form colorTimes groups, the remainder goes to
-/// the last group, and each group shares the threshold scale: pass j of q prints (j * 65535 / q, (j + 1) *
-/// 65535 / q].
-std::vector<SCutTable> Table_FeatherNone(int basePass, int colorTimes, int step)
-{
-    std::vector<SCutTable> table;
-    for (int group = 0; group < colorTimes; ++group) {
-        const int size = basePass / colorTimes;
-        const int passes = group < colorTimes - 1 ? size : basePass - (colorTimes - 1) * size;
-        for (int j = 0; j < passes; ++j)
-            table.insert(table.end(), static_cast<std::size_t>(step),
-                         {static_cast<std::uint16_t>((j + 1) * 65535 / passes),
-                          static_cast<std::uint16_t>(j * 65535 / passes)});
-    }
-    return table;
-}
 
 /// What a mode with hard edges must come out as. Only the sizes are taken from the mask object.
 SPlainMask PlainMask_FeatherNone(CMaskData_Base& mask, const SMaskParam& param)
@@ -49,11 +33,18 @@ SPlainMask PlainMask_FeatherNone(CMaskData_Base& mask, const SMaskParam& param)
     plain.xRes = param.xResPass;
     plain.yRes = param.yResPass;
     plain.bits = param.bitsPerPixel;
-    plain.table = Table_FeatherNone(param.basePass, param.colorTimes, plain.step);
+    plain.table = CutTable_Of(HardZones(param.basePass, param.colorTimes, plain.step));
     return plain;
 }
 
-TEST(MaskDataBaseAssembly, TheCutReadsARegionOfTheTiledPlane)
+void ExpectPlainBytes(const SMaskParam& param)
+{
+    CMaskData_Base mask;
+    ASSERT_TRUE(mask.Create(param)) << param;
+    EXPECT_EQ(MaskBytes(mask), Plain_Bytes(PlainMask_FeatherNone(mask, param))) << param;
+}
+
+TEST(MaskAssembly, TheCutReadsTheTiledPlane)
 {
     const std::vector<std::uint16_t> plane = {0, 10, 20, 30, 40, 50}; // 2 rows of 3
     const std::vector<SCutTable> table = {{30, 10}, {65535, 0}, {50, 40}};
@@ -75,7 +66,7 @@ TEST(MaskDataBaseAssembly, TheCutReadsARegionOfTheTiledPlane)
     EXPECT_EQ(std::vector<int>(block.MaskData(), block.MaskData() + 12), expected);
 }
 
-TEST(MaskDataBaseAssembly, TheMergeInterleavesBlocksByPixelAndYResolutionPassesByLine)
+TEST(MaskAssembly, TheMergeInterleavesPixelsAndLines)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
@@ -96,10 +87,10 @@ TEST(MaskDataBaseAssembly, TheMergeInterleavesBlocksByPixelAndYResolutionPassesB
     EXPECT_EQ(lines, (std::vector<std::uint8_t>{0xC0, 0, 0xC0, 0, 0x20, 0, 0x20, 0, 0, 0x40, 0, 0x40}));
 }
 
-TEST(MaskDataBaseAssembly, AnyResolutionAndDepthGivesThePlainBytes)
+TEST(MaskAssembly, AnyModeGivesThePlainBytes)
 {
-    for (int xRes = 1; xRes <= 4; ++xRes) {
-        for (int yRes = 1; yRes <= 4; ++yRes) {
+    for (int xRes = 1; xRes <= 4; ++xRes)
+        for (int yRes = 1; yRes <= 4; ++yRes)
             for (int bits = 1; bits <= 2; ++bits) {
                 if (xRes * yRes > 4 && bits != 1 + (xRes + yRes) % 2)
                     continue; // one depth for each of the large ones
@@ -109,45 +100,25 @@ TEST(MaskDataBaseAssembly, AnyResolutionAndDepthGivesThePlainBytes)
                 param.xResPass = xRes;
                 param.yResPass = yRes;
                 param.bitsPerPixel = bits;
-                SCOPED_TRACE(testing::Message() << param);
-                CMaskData_Base mask;
-                ASSERT_TRUE(mask.Create(param));
-                EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+                ExpectPlainBytes(param);
             }
-        }
-    }
-}
-
-TEST(MaskDataBaseAssembly, AnyNumberOfPassesAndPrintingsGivesThePlainBytes)
-{
-    for (int basePass = 1; basePass <= 4; ++basePass) {
+    for (int basePass = 1; basePass <= 4; ++basePass)
         for (int colorTimes = 1; colorTimes <= basePass; ++colorTimes) {
             SMaskParam param = MaskParam_Plain();
             param.basePass = basePass;
             param.nozzleCount = 34 * basePass; // 16 positions of 34 rows
             param.colorTimes = colorTimes;
-            SCOPED_TRACE(testing::Message() << param);
-            CMaskData_Base mask;
-            ASSERT_TRUE(mask.Create(param));
-            EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+            ExpectPlainBytes(param);
         }
-    }
-}
-
-TEST(MaskDataBaseAssembly, StepsThatWrapRoundTheMatrixGiveThePlainBytes)
-{
-    for (const int step : {33, 100, 128, 544}) {
+    for (const int step : {33, 100, 128, 544}) { // wraps round the matrix
         SMaskParam param = MaskParam_Plain();
         param.basePass = 2;
         param.nozzleCount = 2 * step;
-        SCOPED_TRACE(testing::Message() << param);
-        CMaskData_Base mask;
-        ASSERT_TRUE(mask.Create(param));
-        EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+        ExpectPlainBytes(param);
     }
 }
 
-TEST(MaskDataBaseAssembly, ColourSixteenHasTheBytesOfColourZeroAndNoOtherNeighbourHas)
+TEST(MaskAssembly, ColourSixteenIsColourZero)
 {
     SMaskParam param = MaskParam_Plain();
     param.basePass = 2;
@@ -155,50 +126,32 @@ TEST(MaskDataBaseAssembly, ColourSixteenHasTheBytesOfColourZeroAndNoOtherNeighbo
     param.colorCount = 17;
     CMaskData_Base mask;
     ASSERT_TRUE(mask.Create(param));
-    EXPECT_EQ(Bytes({mask}), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
+    EXPECT_EQ(MaskBytes(mask), Plain_Bytes(PlainMask_FeatherNone(mask, param)));
     const auto color = [&mask](int index) {
         int position = -1;
         const std::uint8_t* bytes = mask.MaskData_Get(index, position);
         return std::vector<std::uint8_t>(bytes, bytes + mask.MaskBytes_OneColor());
     };
+    EXPECT_EQ(SMaskData_Base_Peek{mask}.MaskBlock()->Height(), 17); // one row of the block per colour
+    EXPECT_EQ(SMaskData_Base_Peek{mask}.MaskBlock()->Width(), mask.MaskBytes_OneColor());
     EXPECT_EQ(color(16), color(0));
     for (int index = 1; index < 8; ++index)
         EXPECT_NE(color(index), color(index - 1)) << index; // eight different matrices
 }
 
-TEST(MaskDataBaseAssembly, TheBlockHoldsOneRowPerColour)
-{
-    SMaskParam param = MaskParam_Plain();
-    param.basePass = 4;
-    param.colorCount = 3;
-    CMaskData_Base mask;
-    ASSERT_TRUE(mask.Create(param));
-    SMaskData_Base_Peek peek{mask};
-    EXPECT_EQ(peek.MaskBlock()->Height(), 3);
-    EXPECT_EQ(peek.MaskBlock()->Width(), 544 * 68 * 4); // rows, bytes per line, positions of 136 rows
-    EXPECT_EQ(peek.MaskBlock()->Width(), mask.MaskBytes_OneColor());
-}
-
-TEST(MaskDataBaseAssembly, ACutTableThatCannotBeBuiltFailsBeforeTheBlockIsMade)
+TEST(MaskAssembly, AFailingCutTableFailsBothAssemblies)
 {
     struct SCase {
         int featherMode;
         int featherNozzleType;
         int colorTimes;
-        std::vector<SLogRecord> records;
+        std::vector<SLogRecord> records; // of the table; the assembly's follows
     };
-    const SLogRecord failure = Failure(UNIT_MASK, SCOPE_MASK_DATA);
-    const std::vector<SCase> cases = {
-        {7,
-         1,
-         1,
-         {{SCOPE_CUT_TABLE, UNIT_MASK, LINE_ANY, 2, "m_maskParam_Current.featherMode = 7"}, failure}},
-        {1, 4, 1, {failure}}, // known and never built: without a record of its own
-        {1,
-         9,
-         1,
-         {{SCOPE_CUT_TABLE, UNIT_MASK, LINE_ANY, 2, "m_maskParam_Current.featherNozzleType = 9"}, failure}},
-        {0, 1, 0, {Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES), failure}}};
+    const auto refusal = [](const char* text) { return FailureValue(UNIT_MASK, SCOPE_CUT_TABLE, text); };
+    const std::vector<SCase> cases = {{7, 1, 1, {refusal("m_maskParam_Current.featherMode = 7")}},
+                                      {1, 9, 1, {refusal("m_maskParam_Current.featherNozzleType = 9")}},
+                                      {1, 4, 1, {}}, // known and never built: without a record of its own
+                                      {0, 1, 0, {Failure(UNIT_MASK, SCOPE_TABLE_NONE_TIMES)}}};
     for (const SCase& c : cases) {
         CMaskData_Base mask;
         SMaskData_Base_Peek peek{mask};
@@ -206,24 +159,28 @@ TEST(MaskDataBaseAssembly, ACutTableThatCannotBeBuiltFailsBeforeTheBlockIsMade)
         peek.Current().featherMode = c.featherMode;
         peek.Current().featherNozzleType = c.featherNozzleType;
         peek.Current().colorTimes = c.colorTimes;
-        const CLogCapture log;
+        CLogCapture log;
         EXPECT_FALSE(peek.CreateMaskData());
-        EXPECT_EQ(log.Records(), c.records);
+        EXPECT_EQ(log.Records(), Chain(c.records, {Failure(UNIT_MASK, SCOPE_MASK_DATA)}));
+        log.Clear();
+        EXPECT_FALSE(peek.CreateMaskData_Old());
+        EXPECT_EQ(log.Records(), Chain(c.records, {Failure(UNIT_MASK, SCOPE_MASK_DATA_OLD)}));
         EXPECT_EQ(peek.MaskBlock(), nullptr);
     }
 }
 
-TEST(MaskDataBaseAssembly, ThresholdPlanesThatNoMemoryCanServeAreThrown)
+TEST(MaskAssembly, PlanesWithoutMemoryAreThrown)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
     Geometry_Create(peek, MaskParam_Plain());
     peek.Current().colorCount = -1;
     EXPECT_THROW(peek.CreateMaskData(), std::bad_alloc);
+    EXPECT_THROW(peek.CreateMaskData_Old(), std::bad_alloc);
     EXPECT_EQ(peek.MaskBlock(), nullptr);
 }
 
-TEST(MaskDataBaseAssembly, MaskBytesThatNoMemoryCanServeAreThrownWithPlanesAndCutTableInHand)
+TEST(MaskAssembly, MaskBytesWithoutMemoryAreThrown)
 {
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "the sanitizer does not let the allocation fail";
@@ -247,7 +204,7 @@ SMaskParam MaskParam_Large()
     return param;
 }
 
-TEST(MaskDataBaseAssembly, AnExpiredWaitFailsAndLeavesTheBlockAttached)
+TEST(MaskAssembly, AnExpiredWaitLeavesTheBlockAttached)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
@@ -261,9 +218,9 @@ TEST(MaskDataBaseAssembly, AnExpiredWaitFailsAndLeavesTheBlockAttached)
     EXPECT_EQ(peek.MaskBlock()->Height(), 8);
 }
 
-TEST(MaskDataBaseAssembly, ExpiredWaitsOneAfterTheOtherLeaveNothingBehind)
+TEST(MaskAssembly, ExpiredWaitsFailOneAfterTheOther)
 {
-    for (int run = 0; run < 12; ++run) {
+    for (int run = 0; run < 6; ++run) {
         SMaskParam param = MaskParam_Plain();
         param.basePass = 17;   // many small items: a worker looks up often
         param.colorCount = 64; // enough of them for no machine to be done in a millisecond
@@ -277,15 +234,15 @@ TEST(MaskDataBaseAssembly, ExpiredWaitsOneAfterTheOtherLeaveNothingBehind)
     }
 }
 
-TEST(MaskDataBaseAssembly, AWaitLongEnoughSucceedsWithoutARecord)
+TEST(MaskAssembly, AWaitWithoutLimitSucceeds)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
     Geometry_Create(peek, MaskParam_Plain());
     const CLogCapture log;
-    EXPECT_TRUE(peek.CreateMaskData_Within(0xFFFFFFFFU));
+    EXPECT_TRUE(peek.CreateMaskData_Within(NO_LIMIT_MS));
     EXPECT_TRUE(log.Records().empty());
-    EXPECT_EQ(Bytes(peek), Plain_Bytes(PlainMask_FeatherNone(mask, MaskParam_Plain())));
+    EXPECT_EQ(MaskBytes(mask), Plain_Bytes(PlainMask_FeatherNone(mask, MaskParam_Plain())));
 }
 
 } // namespace

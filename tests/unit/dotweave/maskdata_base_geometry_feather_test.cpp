@@ -89,7 +89,7 @@ TEST(NozzleLayout, RowsLeftOverAsWorkedByHand)
     EXPECT_EQ(mask.MaskHeight_IncludeRes(), 88 * 4);
 }
 
-TEST(NozzleLayout, HardEdgesSwitchExactlyWhenRowsAreLeftOver)
+TEST(NozzleLayout, HardEdgesSwitchWhenRowsAreLeftOver)
 {
     ForSmallHeads([](int rows, int passes, int x, int y) {
         const SMaskParam param = Head_Hard(rows, passes, x, y);
