@@ -20,13 +20,13 @@ namespace {
 
 constexpr int SIDE = 544;
 
-/// Row `row` of matrix `matrix`; rows from 544 on belong to the matrices behind it.
+/// Row `row` of matrix `matrix`; rows from 544 on belong to the matrices after it.
 const std::uint16_t* MatrixRow(int matrix, int row)
 {
     return CRawMaskData::RawData(matrix + row / SIDE) + static_cast<std::ptrdiff_t>(row % SIDE) * SIDE;
 }
 
-/// Whether plane `plane`, as wide as it is, holds the rows of the matrices from its own one on.
+/// Succeeds when a plane contains the rows of the matrices from its own one on.
 testing::AssertionResult PlaneHoldsItsMatrix(const CBaseMaskData& data, int plane)
 {
     for (int row = 0; row < data.Height(); ++row) {
@@ -43,71 +43,33 @@ testing::AssertionResult PlaneHoldsItsMatrix(const CBaseMaskData& data, int plan
 static_assert(!std::is_polymorphic_v<CBaseMaskData>, "the class is plain");
 static_assert(sizeof(CBaseMaskData) == 24, "three numbers and the planes");
 
-TEST(BaseMaskData, CopiesOneWholeMatrixPerPlane)
+TEST(BaseMaskData, PlanesAreCutFromTheirMatrices)
 {
-    CBaseMaskData data;
-    ASSERT_TRUE(data.Create(544, 544, 3));
-    EXPECT_EQ(data.Width(), 544);
-    EXPECT_EQ(data.Height(), 544);
-    for (int plane = 0; plane < 3; ++plane)
-        EXPECT_EQ(std::memcmp(data.MaskData(plane), CRawMaskData::RawData(plane),
-                              sizeof(std::uint16_t) * SIDE * SIDE),
-                  0)
-            << plane;
-}
-
-TEST(BaseMaskData, StartsAgainAtTheFirstMatrixWithTheSeventeenthPlane)
-{
-    CBaseMaskData data;
-    ASSERT_TRUE(data.Create(544, 544, 17));
-    for (int plane = 0; plane < 17; ++plane)
-        EXPECT_TRUE(PlaneHoldsItsMatrix(data, plane));
-    EXPECT_EQ(std::memcmp(data.MaskData(16), CRawMaskData::RawData(0), sizeof(std::uint16_t) * SIDE * SIDE),
-              0);
-    EXPECT_NE(data.MaskData(16), data.MaskData(0)); // equal, but a plane of its own
-}
-
-TEST(BaseMaskData, TakesNarrowRowsFromTheStartOfEachMatrixRow)
-{
-    CBaseMaskData data;
-    ASSERT_TRUE(data.Create(100, 10, 1));
-    for (int row = 0; row < 10; ++row)
-        for (int column = 0; column < 100; ++column)
-            ASSERT_EQ(data.MaskData(0)[row * 100 + column], CRawMaskData::RawData(0)[row * 544 + column])
-                << row << ", " << column;
-}
-
-TEST(BaseMaskData, FillsPlanesOfAnyWidthUpToTheMatrix)
-{
-    for (const int width : {1, 2, 271, 272, 273, 543, 544}) {
+    struct SSize {
+        int width, height, count;
+    };
+    const SSize sizes[] = {
+        {544, 544, 17},    // plane 16 is matrix 0 again
+        {100, 10, 1},      // narrow rows start where matrix rows start
+        {544, 545, 1},     // row 544 is row 0 of the next matrix
+        {33, 544 * 16, 1}, // down to the last row of the table
+        {33, 544 * 13, 4}, // plane 3 ends with matrix 15
+        {1, 5, 18},        {2, 5, 18},   {271, 5, 18}, {272, 5, 18},
+        {273, 5, 18},      {543, 5, 18}, {20, 30, 0}, // no plane at all
+    };
+    for (const SSize& size : sizes) {
+        SCOPED_TRACE(testing::Message()
+                     << size.width << " x " << size.height << ", " << size.count << " planes");
         CBaseMaskData data;
-        ASSERT_TRUE(data.Create(width, 5, 18));
-        for (int plane = 0; plane < 18; ++plane)
-            EXPECT_TRUE(PlaneHoldsItsMatrix(data, plane)) << "width " << width;
+        ASSERT_TRUE(data.Create(size.width, size.height, size.count));
+        EXPECT_EQ(data.Width(), size.width);
+        EXPECT_EQ(data.Height(), size.height);
+        for (int plane = 0; plane < size.count; ++plane)
+            EXPECT_TRUE(PlaneHoldsItsMatrix(data, plane));
     }
 }
 
-TEST(BaseMaskData, ContinuesWithTheNextMatrixBelowTheLastRow)
-{
-    CBaseMaskData data;
-    ASSERT_TRUE(data.Create(544, 545, 1));
-    EXPECT_TRUE(PlaneHoldsItsMatrix(data, 0));
-    EXPECT_EQ(std::memcmp(data.MaskData(0) + static_cast<std::ptrdiff_t>(544) * 544, CRawMaskData::RawData(1),
-                          sizeof(std::uint16_t) * 544),
-              0);
-}
-
-TEST(BaseMaskData, ReachesTheLastRowOfTheTableFromTheFirstPlane)
-{
-    CBaseMaskData data;
-    ASSERT_TRUE(data.Create(33, 544 * 16, 1));
-    EXPECT_TRUE(PlaneHoldsItsMatrix(data, 0));
-    CBaseMaskData later;
-    ASSERT_TRUE(later.Create(33, 544 * 13, 4)); // plane 3 ends with matrix 15
-    EXPECT_TRUE(PlaneHoldsItsMatrix(later, 3));
-}
-
-TEST(BaseMaskData, FillsHalfOfEveryRunOfAWideRow)
+TEST(BaseMaskData, FillsHalfOfEveryWideRun)
 {
     constexpr int ROWS = 3;
     DirtyHeap(sizeof(std::uint16_t) * 1088 * ROWS);
@@ -139,40 +101,24 @@ TEST(BaseMaskData, CopiesBytesNotCellsIntoAShortLastRun)
     }
 }
 
-TEST(BaseMaskData, KeepsItsSizesWithoutAnyPlane)
-{
-    CBaseMaskData data;
-    EXPECT_TRUE(data.Create(20, 30, 0));
-    EXPECT_EQ(data.Width(), 20);
-    EXPECT_EQ(data.Height(), 30);
-}
-
-TEST(BaseMaskData, FindsNoMemoryForANegativeNumberOfPlanes)
+TEST(BaseMaskData, FindsNoMemoryForNegativeSizes)
 {
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "the sanitizer does not let the allocation fail";
-    CBaseMaskData data;
-    EXPECT_THROW(data.Create(20, 30, -1), std::bad_alloc);
-    EXPECT_EQ(data.Width(), 20); // stored before anything is allocated
-    EXPECT_EQ(data.Height(), 30);
-    EXPECT_EQ(SBaseMaskData_Peek::Count(data), -1);
+    struct SSize {
+        int width, height, count;
+    };
+    for (const SSize& size :
+         {SSize{20, 30, -1}, SSize{-1, 4, 3}, SSize{32768, 65536, 1}}) { // 2 to the 31st cells
+        CBaseMaskData data; // its destructor frees the planes that were there: none
+        EXPECT_THROW(data.Create(size.width, size.height, size.count), std::bad_alloc);
+        EXPECT_EQ(data.Width(), size.width); // stored before anything is allocated
+        EXPECT_EQ(data.Height(), size.height);
+        EXPECT_EQ(SBaseMaskData_Peek::Count(data), size.count);
+    }
 }
 
-TEST(BaseMaskData, FindsNoMemoryForANegativePlane)
-{
-    if (REFUSED_REQUEST_IS_FATAL)
-        GTEST_SKIP() << "the sanitizer does not let the allocation fail";
-    CBaseMaskData data; // whose destruction frees the planes that were there, none of them
-    EXPECT_THROW(data.Create(-1, 4, 3), std::bad_alloc);
-    EXPECT_EQ(data.Width(), -1);
-    EXPECT_EQ(data.Height(), 4);
-    EXPECT_EQ(data.MaskData(2), nullptr);
-
-    CBaseMaskData wrapped;
-    EXPECT_THROW(wrapped.Create(32768, 65536, 1), std::bad_alloc); // 2 to the 31st: negative in 32 bits
-}
-
-TEST(BaseMaskData, FreesItsPlanesOnceHoweverOftenItIsReleased)
+TEST(BaseMaskData, FreesItsPlanesOnce)
 {
     CBaseMaskData data;
     ASSERT_TRUE(data.Create(64, 64, 5));
@@ -201,12 +147,12 @@ TEST(BaseMaskData, SharesItsPlanesWithACopy)
         EXPECT_EQ(SBaseMaskData_Peek::Planes(*copy), SBaseMaskData_Peek::Planes(owner));
         owner.MaskData(1)[35] = 7; // planes are writable
         EXPECT_EQ(copy->MaskData(1)[35], 7);
-        *copy = CBaseMaskData(); // only one may go on owning the planes
+        *copy = CBaseMaskData(); // only one may own the planes
         EXPECT_EQ(owner.MaskData(1)[35], 7);
     }
 }
 
-TEST(BaseMaskData, ASecondCreateLeavesThePlanesOfTheFirstToWhoeverHasThem)
+TEST(BaseMaskData, ASecondCreateKeepsTheOldPlanes)
 {
     CBaseMaskData data;
     ASSERT_TRUE(data.Create(300, 3, 2));
@@ -214,7 +160,7 @@ TEST(BaseMaskData, ASecondCreateLeavesThePlanesOfTheFirstToWhoeverHasThem)
     const std::unique_ptr<std::uint16_t[]> first(planes[0]);
     const std::unique_ptr<std::uint16_t[]> second(planes[1]);
     ASSERT_TRUE(data.Create(300, 3, 2));
-    // Memory that had been freed would be handed out again for planes of the same size.
+    // An allocator hands out freed memory again for planes of the same size.
     EXPECT_NE(SBaseMaskData_Peek::Planes(data), planes.get());
     for (int plane = 0; plane < 2; ++plane) {
         EXPECT_NE(data.MaskData(plane), first.get());

@@ -1,5 +1,5 @@
-// The order of the fields, which is agreed for every class. The mask object and the records hold theirs in tests of
-// their own.
+// The agreed order of the fields of every class. maskdata_base_test.cpp checks those of the mask object, the
+// test of each record those of the record.
 
 #include "dotweave/basemaskdata.h"
 #include "dotweave/maskdatastorage.h"
@@ -37,8 +37,8 @@ struct SFieldKey {
     friend std::vector<SField> Fields(const TClass& object) { return {Field(object, object.*FIELDS)...}; }
 };
 
-/// Whether the fields follow one another from this offset on, with no more between them than alignment asks for.
-testing::AssertionResult StandInOrder(const std::vector<SField>& fields, std::size_t start)
+/// Succeeds when the fields follow one another from this offset on, with no gap but for alignment.
+testing::AssertionResult AreInOrder(const std::vector<SField>& fields, std::size_t start)
 {
     std::size_t end = start;
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -46,14 +46,14 @@ testing::AssertionResult StandInOrder(const std::vector<SField>& fields, std::si
             (end + fields[i].alignment - 1) / fields[i].alignment * fields[i].alignment;
         if (fields[i].offset != static_cast<std::ptrdiff_t>(expected))
             return testing::AssertionFailure()
-                   << "field " << i << " stands at " << fields[i].offset << ", not at " << expected;
+                   << "field " << i << " is at " << fields[i].offset << ", not at " << expected;
         end = expected + fields[i].size;
     }
     return testing::AssertionSuccess();
 }
 
-constexpr std::size_t BEHIND_TABLE = sizeof(void*); // of the virtual operations
-constexpr std::size_t BEHIND_THREAD = sizeof(CustomThreadBase);
+constexpr std::size_t AFTER_TABLE = sizeof(void*); // of the virtual operations
+constexpr std::size_t AFTER_THREAD = sizeof(CustomThreadBase);
 
 std::vector<SField> Fields(const CBaseMaskData& object);
 template struct SFieldKey<CBaseMaskData, &CBaseMaskData::m_width, &CBaseMaskData::m_height,
@@ -61,7 +61,7 @@ template struct SFieldKey<CBaseMaskData, &CBaseMaskData::m_width, &CBaseMaskData
 
 TEST(FieldOrder, BaseMaskData)
 {
-    EXPECT_TRUE(StandInOrder(Fields(CBaseMaskData()), 0));
+    EXPECT_TRUE(AreInOrder(Fields(CBaseMaskData()), 0));
 }
 
 std::vector<SField> Fields(const CMaskDataStorage& object);
@@ -71,7 +71,7 @@ template struct SFieldKey<CMaskDataStorage, &CMaskDataStorage::m_pMutex,
 
 TEST(FieldOrder, MaskDataStorage)
 {
-    EXPECT_TRUE(StandInOrder(Fields(CMaskDataStorage()), 0));
+    EXPECT_TRUE(AreInOrder(Fields(CMaskDataStorage()), 0));
 }
 
 std::vector<SField> Fields(const CSineMask& object);
@@ -81,7 +81,7 @@ template struct SFieldKey<CSineMask, &CSineMask::m_featherHeight, &CSineMask::m_
 
 TEST(FieldOrder, SineMask)
 {
-    EXPECT_TRUE(StandInOrder(Fields(CSineMask()), 0));
+    EXPECT_TRUE(AreInOrder(Fields(CSineMask()), 0));
 }
 
 using CIntQueue = CKelQueue<int*>;
@@ -90,10 +90,10 @@ template struct SFieldKey<CIntQueue, &CIntQueue::m_capacity, &CIntQueue::m_count
                           &CIntQueue::m_isAddFinished, &CIntQueue::m_event_NotEmpty,
                           &CIntQueue::m_event_NotFull>;
 
-TEST(FieldOrder, KelQueueAndNothingMoreInTheOneThatOwnsItsItems)
+TEST(FieldOrder, BothKindsOfKelQueue)
 {
-    EXPECT_TRUE(StandInOrder(Fields(CIntQueue(1)), BEHIND_TABLE));
-    EXPECT_TRUE(StandInOrder(Fields(CKelPtrQueue<int>(1)), BEHIND_TABLE));
+    EXPECT_TRUE(AreInOrder(Fields(CIntQueue(1)), AFTER_TABLE));
+    EXPECT_TRUE(AreInOrder(Fields(CKelPtrQueue<int>(1)), AFTER_TABLE));
     static_assert(sizeof(CKelPtrQueue<int>) == sizeof(CIntQueue));
 }
 
@@ -104,7 +104,7 @@ template struct SFieldKey<CIntBuffer, &CIntBuffer::m_name, &CIntBuffer::m_queue_
 
 TEST(FieldOrder, KelPtrQueueBuffer)
 {
-    EXPECT_TRUE(StandInOrder(Fields(CIntBuffer()), BEHIND_TABLE));
+    EXPECT_TRUE(AreInOrder(Fields(CIntBuffer()), AFTER_TABLE));
 }
 
 std::vector<SField> Fields(const CMaskDataGenerator& object);
@@ -116,7 +116,7 @@ template struct SFieldKey<CMaskDataGenerator, &CMaskDataGenerator::m_processStat
 
 TEST(FieldOrder, MaskDataGenerator)
 {
-    EXPECT_TRUE(StandInOrder(Fields(CMaskDataGenerator()), BEHIND_THREAD));
+    EXPECT_TRUE(AreInOrder(Fields(CMaskDataGenerator()), AFTER_THREAD));
 }
 
 std::vector<SField> Fields(const CMaskDataGenerator_Sub& object);
@@ -127,7 +127,7 @@ template struct SFieldKey<CMaskDataGenerator_Sub, &CMaskDataGenerator_Sub::m_pro
 
 TEST(FieldOrder, MaskDataGeneratorSub)
 {
-    EXPECT_TRUE(StandInOrder(Fields(CMaskDataGenerator_Sub()), BEHIND_THREAD));
+    EXPECT_TRUE(AreInOrder(Fields(CMaskDataGenerator_Sub()), AFTER_THREAD));
 }
 
 } // namespace

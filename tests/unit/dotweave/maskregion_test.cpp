@@ -10,30 +10,21 @@ namespace {
 static_assert(MaskRegion_Row(2, 10, 1, 4) == 22);
 static_assert(MaskRegion_Column(1, 544, 2) == 272);
 
-TEST(MaskRegion, EachPositionReadsOneStepFurtherDown)
+TEST(MaskRegion, RowsAreStepsAndFractionsRoundedDown)
 {
-    EXPECT_EQ(MaskRegion_Row(0, 136, 0, 1), 0);
-    EXPECT_EQ(MaskRegion_Row(1, 136, 0, 1), 136);
     EXPECT_EQ(MaskRegion_Row(3, 136, 0, 1), 408);
-}
-
-TEST(MaskRegion, YResolutionPassesTakeFractionsOfTheStepRoundedDown)
-{
-    EXPECT_EQ(MaskRegion_Row(0, 8, 1, 2), 4);
     EXPECT_EQ(MaskRegion_Row(5, 8, 1, 2), 44);
-    EXPECT_EQ(MaskRegion_Row(0, 10, 1, 3), 3); // 10 / 3
-    EXPECT_EQ(MaskRegion_Row(0, 10, 2, 3), 6); // 20 / 3, not 2 * 3.5
-    EXPECT_EQ(MaskRegion_Row(7, 10, 2, 3), 76);
-    EXPECT_EQ(MaskRegion_Row(0, 3, 3, 4), 2); // 9 / 4
+    EXPECT_EQ(MaskRegion_Row(7, 10, 1, 3), 73); // 10 / 3
+    EXPECT_EQ(MaskRegion_Row(7, 10, 2, 3), 76); // 20 / 3, not 2 * 3.5
+    EXPECT_EQ(MaskRegion_Row(0, 3, 3, 4), 2);   // 9 / 4
 }
 
-TEST(MaskRegion, XResolutionPassesAreSpreadOverThePlaneRoundedDown)
+TEST(MaskRegion, ColumnsAreSharesOfThePlaneRoundedDown)
 {
     EXPECT_EQ(MaskRegion_Column(0, 544, 3), 0);
     EXPECT_EQ(MaskRegion_Column(1, 544, 3), 181); // 544 / 3 = 181.3
     EXPECT_EQ(MaskRegion_Column(2, 544, 3), 362); // 1088 / 3 = 362.7
     EXPECT_EQ(MaskRegion_Column(3, 544, 4), 408);
-    EXPECT_EQ(MaskRegion_Column(0, 544, 1), 0);
 }
 
 } // namespace

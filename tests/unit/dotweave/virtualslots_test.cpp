@@ -1,5 +1,5 @@
-// The order of the virtual operations, which is agreed for every class that has some. The mask object and the thread base hold theirs
-// in tests of their own.
+// The agreed order of the virtual operations. The tests of the mask object and of the thread base check
+// theirs.
 
 #include "kelptrqueue.h"
 #include "kelptrqueuebuffer.h"
@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr std::ptrdiff_t BEHIND_DESTRUCTOR = 2; // this platform gives a virtual destructor two places
+constexpr std::ptrdiff_t AFTER_DESTRUCTOR = 2; // this platform gives a virtual destructor two places
 
 /// A queue whose overrides tell that they were called.
 class CTellingQueue : public CKelPtrQueue<int> {
@@ -50,7 +50,7 @@ public:
     std::vector<std::string> m_calls;
 };
 
-TEST(VirtualSlots, GeneratorAndWorkerAddNoneToThoseOfTheThreadBase)
+TEST(VirtualSlots, GeneratorAndWorkerAddNone)
 {
     EXPECT_EQ(CThreadSlots<CMaskDataGenerator>::Slots(), ThreadSlots_Agreed());
     EXPECT_EQ(CThreadSlots<CMaskDataGenerator_Sub>::Slots(), ThreadSlots_Agreed());
@@ -58,10 +58,9 @@ TEST(VirtualSlots, GeneratorAndWorkerAddNoneToThoseOfTheThreadBase)
                   std::has_virtual_destructor_v<CMaskDataGenerator_Sub>);
 }
 
-TEST(VirtualSlots, BothQueuesHaveTryPopThenPopThenClear)
+TEST(VirtualSlots, QueuesHaveTryPopThenPopThenClear)
 {
-    const std::vector<std::ptrdiff_t> agreed = {BEHIND_DESTRUCTOR, BEHIND_DESTRUCTOR + 1,
-                                                BEHIND_DESTRUCTOR + 2};
+    const std::vector<std::ptrdiff_t> agreed = {AFTER_DESTRUCTOR, AFTER_DESTRUCTOR + 1, AFTER_DESTRUCTOR + 2};
     using CQueue = CKelQueue<int*>;
     EXPECT_EQ((std::vector{Slot(&CQueue::TryPop), Slot(&CQueue::Pop), Slot(&CQueue::Clear)}), agreed);
     using COwningQueue = CKelPtrQueue<int>;
@@ -72,18 +71,18 @@ TEST(VirtualSlots, BothQueuesHaveTryPopThenPopThenClear)
     static_assert(std::has_virtual_destructor_v<CQueue>);
 }
 
-TEST(VirtualSlots, AQueuesOperationsAreCalledThroughTheTable)
+TEST(VirtualSlots, QueueOperationsAreVirtual)
 {
     CTellingQueue telling(1);
     CKelQueue<int*>& queue = telling;
     int* item = nullptr;
     EXPECT_FALSE(queue.TryPop(item));
-    EXPECT_FALSE(queue.Pop(item, 0)); // tries before and behind its wait
+    EXPECT_FALSE(queue.Pop(item, 0)); // tries before and after its wait
     EXPECT_TRUE(queue.Clear());
     EXPECT_EQ(telling.m_calls, (std::vector<std::string>{"TryPop", "Pop", "TryPop", "TryPop", "Clear"}));
 }
 
-TEST(VirtualSlots, PushAloneIsNotCalledThroughTheTable)
+TEST(VirtualSlots, PushIsNotVirtual)
 {
     CTellingQueue telling(2);
     CKelQueue<int*>& queue = telling;
@@ -93,7 +92,7 @@ TEST(VirtualSlots, PushAloneIsNotCalledThroughTheTable)
     EXPECT_EQ(telling.m_calls, std::vector<std::string>{"Push"});
 }
 
-TEST(VirtualSlots, TheQueueBufferHasCreateAloneAndNoVirtualDestructor)
+TEST(VirtualSlots, TheQueueBufferHasCreateAlone)
 {
     EXPECT_EQ(Slot(&CKelPtrQueueBuffer<int>::Create), 0);
     static_assert(!std::has_virtual_destructor_v<CKelPtrQueueBuffer<int>>);
