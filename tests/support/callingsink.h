@@ -8,8 +8,8 @@
 #include <functional>
 #include <utility>
 
-/// A host's sink that calls back: for every record that is written while it lives, on the thread that writes it,
-/// behind the sinks that were there before it. Keeps the records from the console.
+/// A host's sink that calls back: for every record that is written while it lives, on the thread that writes
+/// it, after the sinks that were there before it. Keeps the records from the console.
 class CCallingSink {
 public:
     explicit CCallingSink(std::function<void()> callback)

@@ -61,7 +61,7 @@ struct SBuilt {
 using CBuilder = bool (CMaskData_Base::*)(SCutTable*, int);
 
 /// Lets a member builder fill `rows` entries.
-/// @param count  what the builder is told
+/// @param count  handed to the builder
 inline SBuilt Table_Build(CMaskData_Base& mask, int rows, CBuilder builder, int count)
 {
     const CLogCapture log;

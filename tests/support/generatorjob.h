@@ -10,7 +10,8 @@
 #include <vector>
 
 /// Everything that a generator or a worker needs, without a mask object. What `mask` does not name comes from
-/// the threshold matrices. Lives behind no generator that uses it: make it first.
+/// the threshold matrices. Make it before the generator that uses it, so that it
+/// is destroyed after that.
 struct SGeneratorJob {
     explicit SGeneratorJob(SPlainMask plain) : mask(std::move(plain))
     {

@@ -52,8 +52,8 @@ private:
     std::vector<SLogRecord> m_records;
 };
 
-/// Without a lock of its own: the core passes over a sink that another thread holds and comes back to it last, and
-/// a sink behind it that throws would cost it the record.
+/// Has no lock of its own. The core skips a locked sink and comes back to it last; when a later sink throws
+/// before that, the record is lost.
 using CCollectingSink = logging::sinks::unlocked_sink<CCollectingBackend>;
 
 } // namespace

@@ -77,7 +77,7 @@ inline constexpr char SCOPE_WORKER_GENERATE[] = "bool __cdecl CMaskDataGenerator
 inline constexpr char SCOPE_WORKER_COMPLETE[] =
     "bool __cdecl CMaskDataGenerator_Sub::CompleteOneSourceData(void)";
 
-/// A record that tells a number.
+/// The record of a failure that names a member and its value.
 inline SLogRecord FailureValue(const std::string& unit, const std::string& scope, const std::string& text)
 {
     return {scope, unit, LINE_ANY, 2, text};

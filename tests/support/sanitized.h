@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// Defines DOTWEAVE_TEST_IS_SANITIZED where a sanitizer stands between the program and its memory and threads.
+/// Defines DOTWEAVE_TEST_IS_SANITIZED where a sanitizer watches memory or threads.
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define DOTWEAVE_TEST_IS_SANITIZED 1

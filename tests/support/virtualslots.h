@@ -5,7 +5,8 @@
 #include <vector>
 
 /// @file
-/// Places of virtual operations, where a pointer to one holds its place in the table: 1 + byte offset.
+/// Places of virtual operations, on platforms where a pointer to one contains its place in the table: 1 +
+/// byte offset.
 
 #if defined(__GNUC__) && defined(__x86_64__)
 #define DOTWEAVE_TEST_HAS_SLOTS 1

@@ -29,7 +29,7 @@ static_assert(offsetof(SCutRange, upperLimit) == 0 && offsetof(SCutRange, lowerL
 
 TEST(CutRange, BoundariesAreSumsOfWholeScales)
 {
-    // 32768 * 65535 is the last sum that 32 bits hold
+    // 32768 * 65535 is the last sum that fits into 32 bits
     for (int passCount = 1; passCount <= 32768; passCount += passCount < 600 ? 1 : 32168) {
         int sum = 0;
         for (int i = 0; i < passCount; ++i, sum += 65535)

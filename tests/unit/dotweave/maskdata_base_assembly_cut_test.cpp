@@ -79,7 +79,7 @@ TEST(MaskCut, SetsTheDotValueInsideTheRangeOnly)
         param.bitsPerPixel = bits;
         param.maskBlock = &block;
         EXPECT_TRUE(CMaskData_Base::GenerateMaskData(param));
-        // Row 0 holds 0 10 20 against (10, 30], row 1 holds 30 40 50 against (0, 65535].
+        // Row 0 has 0 10 20 against (10, 30], row 1 has 30 40 50 against (0, 65535].
         const int value = values[static_cast<std::size_t>(bits)];
         EXPECT_EQ(std::vector<int>(block.MaskData(), block.MaskData() + 6),
                   (std::vector<int>{0xA5, 0xA5, value, value, value, value}))

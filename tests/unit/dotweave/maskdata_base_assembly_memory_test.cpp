@@ -12,7 +12,7 @@
 #include "maskparams.h"
 #include "plainmask.h"
 
-// The bytes of a mask never depend on what its memory held before.
+// The bytes of a mask never depend on what was in its memory before.
 
 namespace {
 

@@ -1,4 +1,4 @@
-// The storage's lock, as a host's sink sees it that is called from inside an operation.
+// The storage's lock, seen from a host's sink that is called inside an operation.
 
 #include "dotweave/maskdatastorage.h"
 

@@ -1,5 +1,5 @@
-// The storage destroys every object that it listed, once. No leak checker sees this: what the factory makes
-// is exempt, because a rejected object is leaked on purpose.
+// The storage destroys every object that it listed, once. No leak checker finds a missed one: what the
+// factory makes is exempt, because a rejected object is leaked on purpose.
 
 #include "dotweave/maskdatastorage.h"
 

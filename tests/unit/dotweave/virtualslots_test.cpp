@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::ptrdiff_t AFTER_DESTRUCTOR = 2; // this platform gives a virtual destructor two places
 
-/// A queue whose overrides tell that they were called.
+/// A queue whose overrides note their calls.
 class CTellingQueue : public CKelPtrQueue<int> {
 public:
     using CKelPtrQueue<int>::CKelPtrQueue;
