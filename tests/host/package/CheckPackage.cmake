@@ -1,20 +1,26 @@
-# Installs the build into a scratch prefix, builds the examples against it as a host would, and runs one.
-# cmake -DBUILD_DIR=... -DEXAMPLES_DIR=... -DSCRATCH_DIR=... -DGENERATOR=... -DCOMPILER=... -DFLAGS=... -P this
-
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
-    if(NOT status EQUAL 0)
-        message(FATAL_ERROR "${ARGN}: ${status}\n${output}")
-    endif()
-    set(output "${output}" PARENT_SCOPE)
-endfunction()
+# Installs BUILD_DIR into a prefix, and builds and runs hosts against it: the examples, a project, and a program by the
+# command that docs/host.md shows.
+include(${CMAKE_CURRENT_LIST_DIR}/Scratch.cmake)
 
 file(REMOVE_RECURSE ${SCRATCH_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${SCRATCH_DIR}/prefix)
-run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${EXAMPLES_DIR} -B ${SCRATCH_DIR}/build
-    -DCMAKE_PREFIX_PATH=${SCRATCH_DIR}/prefix -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS})
-run(${CMAKE_COMMAND} --build ${SCRATCH_DIR}/build)
-run(${SCRATCH_DIR}/build/first_mask)
-if(NOT output MATCHES "^position 0: 544 lines of 68 bytes, the first is [0-9]+\n$")
-    message(FATAL_ERROR "unexpected output: ${output}")
+consumers_check(${SCRATCH_DIR} "${SCRATCH_DIR}/prefix")
+
+page_blocks_write(blocks ${SOURCE_DIR}/docs/host.md ${SCRATCH_DIR}/plain)
+set(commands ${blocks})
+list(FILTER commands INCLUDE REGEX "[.]sh$")
+list(LENGTH commands count)
+if(NOT count EQUAL 1)
+    message(FATAL_ERROR "docs/host.md has ${count} commands for the shell, not one")
+endif()
+file(READ ${SCRATCH_DIR}/plain/${commands} command)
+string(REPLACE "<where>" "${SCRATCH_DIR}/prefix" command "${command}")
+string(REGEX REPLACE "^g[+][+] " "${COMPILER} ${FLAGS} " command "${command}")
+string(REGEX MATCH "^[0-9]+" number ${commands})
+math(EXPR number "${number} - 1") # the program before the command
+file(RENAME ${SCRATCH_DIR}/plain/${number}.cpp ${SCRATCH_DIR}/plain/app.cpp)
+file(WRITE ${SCRATCH_DIR}/plain/build.sh "set -e\ncd ${SCRATCH_DIR}/plain\n${command}./app\n")
+run(sh ${SCRATCH_DIR}/plain/build.sh)
+if(NOT output MATCHES "Create[(]const struct SMaskParam &[)], maskdata_base:[0-9]+, severity 2: failure\n")
+    message(FATAL_ERROR "The log sink shows something else: ${output}")
 endif()

@@ -1,0 +1,11 @@
+# Runs the program of a page, which must exit with 0 and print what the page says: -DPROGRAM=... -DEXPECTED=<file or none>
+execute_process(COMMAND ${PROGRAM} RESULT_VARIABLE status OUTPUT_VARIABLE output)
+if(NOT status EQUAL 0)
+    message(FATAL_ERROR "the program ended with ${status}\n${output}")
+endif()
+if(EXPECTED)
+    file(READ ${EXPECTED} expected)
+    if(NOT output STREQUAL expected)
+        message(FATAL_ERROR "the program printed\n${output}and the page says\n${expected}")
+    endif()
+endif()
