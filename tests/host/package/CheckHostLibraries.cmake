@@ -19,5 +19,6 @@ consumers_check(${SCRATCH_DIR} "${SCRATCH_DIR}/prefix;${SCRATCH_DIR}/host")
 
 file(GLOB_RECURSE library ${SCRATCH_DIR}/prefix/*dotweave.so)
 if(NM AND library)
-    run(${CMAKE_COMMAND} -DNM=${NM} -DLIBRARY=${library} -P ${SOURCE_DIR}/tests/host/exports/CheckImports.cmake)
+    run(${CMAKE_COMMAND} -DNM=${NM} -DOBJDUMP=${OBJDUMP} -DLIBRARY=${library} -P
+        ${SOURCE_DIR}/tests/host/exports/CheckImports.cmake)
 endif()

@@ -1,8 +1,8 @@
 # What the scripts of this folder share. Every one works in SCRATCH_DIR and takes GENERATOR, COMPILER and FLAGS.
 cmake_minimum_required(VERSION 3.25)
 
-set(SOURCE_DIR ${CMAKE_CURRENT_LIST_DIR}/../../..)
-cmake_path(NORMAL_PATH SOURCE_DIR)
+cmake_path(SET SOURCE_DIR NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../../..)
+string(REGEX REPLACE "/$" "" SOURCE_DIR ${SOURCE_DIR})
 include(${SOURCE_DIR}/cmake/PageBlocks.cmake)
 set(tools_off -DDOTWEAVE_BUILD_TOOLS=OFF -DDOTWEAVE_BUILD_TESTS=OFF -DDOTWEAVE_BUILD_EXAMPLES=OFF
               -DDOTWEAVE_BUILD_BENCHMARKS=OFF)
@@ -58,12 +58,13 @@ set(host_options -DCMAKE_PROJECT_app_INCLUDE=${CMAKE_CURRENT_LIST_DIR}/consumer/
 
 # Builds and runs a host and the examples on the packages in the given prefixes.
 function(consumers_check folder prefixes)
-    list(JOIN prefixes "\\;" path)
-    configure(${SOURCE_DIR}/examples ${folder}/examples "-DCMAKE_PREFIX_PATH=${path}")
+    cmake_path(CONVERT "${prefixes}" TO_NATIVE_PATH_LIST path)
+    set(ENV{CMAKE_PREFIX_PATH} "${path}")
+    configure(${SOURCE_DIR}/examples ${folder}/examples)
     build(${folder}/examples)
     expect_output(${folder}/examples/first_mask "^position 0: 544 lines of 68 bytes, the first is [0-9]+\n$")
     host_write(${folder}/host "find_package")
-    configure(${folder}/host ${folder}/host/build "-DCMAKE_PREFIX_PATH=${path}" ${host_options})
+    configure(${folder}/host ${folder}/host/build ${host_options})
     build(${folder}/host/build)
     expect_output(${folder}/host/build/app "^same bytes: 1, same version: 1\n$")
 endfunction()
