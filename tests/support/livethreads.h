@@ -1,32 +1,52 @@
 #pragma once
 
 /// @file
-/// Whether threads stay behind. A thread whose end has been waited for may be on its way out for a moment longer,
-/// so its going is awaited, for as long as only a hanging thread takes.
+/// Threads of this process that are alive. A thread that has been joined is not, though the kernel may list
+/// it for some microseconds more.
 
-#include <chrono>
 #include <cstddef>
-#include <filesystem>
-#include <iterator>
 #include <thread>
 
 #if defined(__linux__)
+
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <string>
+
+/// Whether the thread with this status line can still run code of the process.
+inline bool LiveThread_IsOne(const std::filesystem::path& statPath)
+{
+    constexpr unsigned int EXITING = 0x4; // PF_EXITING of the kernel, set before a join can return
+    std::ifstream stat(statPath);
+    stat.ignore(std::numeric_limits<std::streamsize>::max(), ')'); // number and name
+    std::string word;
+    for (int field = 3; field < 9; ++field)
+        stat >> word;
+    unsigned int flags = EXITING; // of a thread that went while we looked
+    stat >> flags;
+    return (flags & EXITING) == 0;
+}
+
 /// Threads of this process, those of a sanitizer included.
 inline std::ptrdiff_t LiveThreads_Count()
 {
-    namespace fs = std::filesystem;
-    return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
+    std::ptrdiff_t count = 0;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task"))
+        count += LiveThread_IsOne(task.path() / "stat") ? 1 : 0;
+    return count;
 }
 
-/// Threads of this process before main, while none is on its way out. Counted by a thread that leaves itself out,
-/// as a sanitizer starts one of its own with the first.
+/// Threads of this process before main. Counted by a thread that leaves itself out, as a sanitizer starts one
+/// of its own with the first.
 inline const std::ptrdiff_t LIVE_THREADS_BASELINE = [] {
     std::ptrdiff_t count = 0;
     std::thread([&count] { count = LiveThreads_Count() - 1; }).join();
     return count;
 }();
+
 #else
-/// Not known here; the checks below then hold without a look.
+/// Not known here; the checks below then check nothing.
 inline std::ptrdiff_t LiveThreads_Count()
 {
     return 0;
@@ -35,14 +55,8 @@ inline std::ptrdiff_t LiveThreads_Count()
 inline constexpr std::ptrdiff_t LIVE_THREADS_BASELINE = 0;
 #endif
 
-/// @return false when more than before main were still there after ten seconds
+/// Whether no more threads are alive than before main.
 inline bool LiveThreads_AreGone()
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (LiveThreads_Count() > LIVE_THREADS_BASELINE) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        std::this_thread::yield();
-    }
-    return true;
+    return LiveThreads_Count() == LIVE_THREADS_BASELINE;
 }

@@ -7,9 +7,9 @@
 class CAutoEvent;
 class CManualEvent;
 
-/// Event that falls back by itself: one Set releases exactly one waiter.
-/// A Set that finds threads waiting releases the one that has waited longest; otherwise the event stays set
-/// until a WaitOne takes it. Several Sets that find nobody waiting count as one.
+/// Event that resets itself: the first WaitOne that finds it set takes it, so that one Set releases one
+/// waiter, any of them. Until a WaitOne has taken the event, further Sets add nothing to the first one and
+/// Reset undoes it, even if a waiter is about to wake.
 /// Thread-safety: every operation from any thread at any time; no thread may be inside an operation when the
 /// event is destroyed.
 class KELCOMMON_API CustomConditionVariable {
@@ -20,10 +20,10 @@ public:
     CustomConditionVariable(const CustomConditionVariable&) = delete;
     CustomConditionVariable& operator=(const CustomConditionVariable&) = delete;
 
-    /// Releases one waiter, or leaves the event set for the next.
+    /// Releases one waiter, now or the next one to come.
     void Set();
 
-    /// Takes a Set back that no waiter has used yet. A waiter already released stays released.
+    /// Undoes a Set that no WaitOne has taken.
     void Reset();
 
     /// Waits for the event and takes it.
@@ -35,8 +35,8 @@ private:
     std::unique_ptr<CAutoEvent> m_event;
 };
 
-/// Event that stays set: a Set releases every waiter, and those to come, until Reset.
-/// A thread that waits while Set is called is released even if Reset follows at once.
+/// Event that stays set until Reset: a Set releases all waiters, and those to come.
+/// A thread that is waiting when Set is called is released even if Reset follows at once.
 /// Thread-safety: every operation from any thread at any time; no thread may be inside an operation when the
 /// event is destroyed.
 class KELCOMMON_API CustomConditionVariable_Manual {
@@ -47,10 +47,10 @@ public:
     CustomConditionVariable_Manual(const CustomConditionVariable_Manual&) = delete;
     CustomConditionVariable_Manual& operator=(const CustomConditionVariable_Manual&) = delete;
 
-    /// Releases all waiters and lets later ones pass.
+    /// Releases all waiters and lets later ones pass until Reset.
     void Set();
 
-    /// Makes later waiters wait again. A waiter already released stays released.
+    /// Makes later waiters wait again. Waiters that a Set has released stay released.
     void Reset();
 
     /// Waits for the event and leaves it as it is.

@@ -3,7 +3,19 @@
 #include "portable/threadrun.h"
 #include "portable/waitlimit.h"
 
-CustomThreadBase::CustomThreadBase() : m_run(std::make_shared<CThreadRun>()) {}
+/// Calls one overridable operation. An exception of any type counts as false: one lost mask must not take the
+/// press down.
+template <typename TOperation>
+static bool Guarded(TOperation operation) noexcept
+{
+    try {
+        return operation();
+    } catch (...) {
+        return false;
+    }
+}
+
+CustomThreadBase::CustomThreadBase() : m_run(std::make_unique<CThreadRun>()) {}
 
 CustomThreadBase::~CustomThreadBase()
 {
@@ -46,11 +58,6 @@ void CustomThreadBase::Resume()
     m_run->Resume();
 }
 
-bool CustomThreadBase::Failed() const
-{
-    return m_run->Failed();
-}
-
 bool CustomThreadBase::Prepare()
 {
     return true;
@@ -60,12 +67,12 @@ void CustomThreadBase::Finally() {}
 
 void CustomThreadBase::Run() noexcept
 {
-    const bool isPrepared = m_run->Guarded([this] { return Prepare(); });
+    const bool isPrepared = Guarded([this] { return Prepare(); });
     m_run->PrepareComplete(isPrepared);
     if (isPrepared) {
-        while (m_run->NextLoop_Wait() && m_run->Guarded([this] { return OneLoop(); })) {
+        while (m_run->NextLoop_Wait() && Guarded([this] { return OneLoop(); })) {
         }
-        m_run->Guarded([this] {
+        Guarded([this] {
             Finally();
             return true;
         });

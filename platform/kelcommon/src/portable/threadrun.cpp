@@ -1,60 +1,49 @@
 #include "portable/threadrun.h"
 
+#include <cstddef>
 #include <exception>
 #include <utility>
 
-#include "portable/leavingthreads.h"
-#include "portable/threadname.h"
+#include "portable/nativethread.h"
 #include "portable/waitlimit.h"
 
-// A press makes seven threads for every mask and ends them again. Steps of the work need little stack, and
-// the C library keeps only a bounded cache of used stacks: small ones are taken from it, while stacks of the
-// platform's default size would be mapped and unmapped each time.
+// A press makes seven threads for every mask and ends them again. The C library keeps up to 40 MiB of used
+// stacks for the next threads: seven small ones fit, seven of its default size do not and would be mapped
+// anew each time.
 static constexpr std::size_t THREAD_STACK_BYTES = std::size_t{1} << 20U;
 
 bool CThreadRun::Start(const char* name, std::function<void()> run)
 {
-    const std::lock_guard<std::mutex> threadLock(m_threadMutex);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (m_phase != EPhase::Idle || m_isStopAsked)
             return false;
-        m_phase = EPhase::Preparing; // before the thread is there, which begins while we are still here
+        m_phase = EPhase::Preparing; // the thread may be past that before we have its handle
     }
-    if (Thread_Make(name, std::move(run)))
-        return true;
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+    boost::thread thread;
+    try {
+        thread = Thread_Make(name != nullptr ? name : "", std::move(run));
+    } catch (const std::exception&) { // no memory, or the platform gives no further thread
+    }
+    const bool isMade = thread.joinable();
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_thread.swap(thread);
+    if (!isMade)
         m_phase = EPhase::Idle;
-    }
     m_changed.notify_all();
-    return false;
+    return isMade;
 }
 
-bool CThreadRun::Thread_Make(const char* name, std::function<void()> run)
+boost::thread CThreadRun::Thread_Make(std::string name, std::function<void()> run)
 {
-    try {
-        CLeavingThreads::Get().SeeOff_Gone();
-        boost::thread::attributes attributes;
-        attributes.set_stack_size(THREAD_STACK_BYTES);
-        std::list<boost::thread> thread(1);
-        thread.front() = boost::thread(attributes, [self = shared_from_this(), // until the thread has left
-                                                    threadName = std::string(name != nullptr ? name : ""),
-                                                    run = std::move(run)] {
-            self->m_ownId = std::this_thread::get_id();
-            if (!threadName.empty())
-                ThreadName_Set(threadName);
-            run();
-            // The way out takes longer than what others do next who have waited for this: whoever did gets
-            // a turn before it, and so does whoever waits for the end of that one.
-            std::this_thread::yield();
-            std::this_thread::yield();
-        });
-        m_thread.swap(thread);
-        return true;
-    } catch (const std::exception&) { // no memory, or the platform gives no further thread
-        return false;
-    }
+    boost::thread::attributes attributes;
+    attributes.set_stack_size(THREAD_STACK_BYTES + ThreadStack_PlatformBytes(attributes));
+    return boost::thread(attributes, [this, name = std::move(name), run = std::move(run)] {
+        m_ownId = std::this_thread::get_id();
+        if (!name.empty())
+            ThreadName_Set(name);
+        run();
+    });
 }
 
 bool CThreadRun::Wait_PrepareComplete()
@@ -72,13 +61,14 @@ bool CThreadRun::Wait_Paused()
 
     // By the count: a Resume may follow a halt before we wake, and the next halt may never come.
     std::unique_lock<std::mutex> lock(m_mutex);
-    const unsigned int haltsBefore = m_haltCount;
-    bool isHalted = false;
-    m_changed.wait(lock, [this, haltsBefore, &isHalted] {
-        isHalted = (m_phase == EPhase::Paused && m_isPauseAsked) || m_haltCount != haltsBefore;
-        return isHalted || m_isStopAsked || m_phase == EPhase::Idle || m_phase == EPhase::Ended;
-    });
-    return isHalted && !m_isStopAsked && m_phase != EPhase::Ended;
+    const auto isOver = [this] {
+        return m_isStopAsked || m_phase == EPhase::Idle || m_phase >= EPhase::Ended;
+    };
+    const auto isHalted = [this, haltsBefore = m_haltCount] {
+        return (m_phase == EPhase::Paused && m_isPauseAsked) || m_haltCount != haltsBefore;
+    };
+    m_changed.wait(lock, [isOver, isHalted] { return isOver() || isHalted(); });
+    return !isOver();
 }
 
 bool CThreadRun::Wait_Exit(unsigned int milliseconds)
@@ -86,19 +76,28 @@ bool CThreadRun::Wait_Exit(unsigned int milliseconds)
     if (IsOwnThread())
         return false;
     const CWaitLimit limit(milliseconds);
-    const auto isAtRest = [this] { return m_phase == EPhase::Idle || m_phase == EPhase::Ended; };
-    limit.Look_For(isAtRest);
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        if (!limit.Sleep_Until(m_changed, lock, isAtRest))
-            return false;
-        if (m_phase == EPhase::Idle)
-            return true; // there was none; one that starts from here on is not waited for
+    std::unique_lock<std::mutex> lock(m_mutex);
+    // One waiter at a time joins the thread. When its time runs out it puts the handle back for the next one.
+    const auto isNext = [this] {
+        return m_phase == EPhase::Idle || m_phase == EPhase::Joined || m_thread.joinable();
+    };
+    if (!limit.Sleep_Until(m_changed, lock, isNext))
+        return false;
+    if (!m_thread.joinable())
+        return true; // there is no thread; one that is started from here on is not waited for
+    boost::thread thread;
+    thread.swap(m_thread);
+    lock.unlock();
+    const bool isJoined = limit.Join(thread);
+    lock.lock();
+    if (isJoined) {
+        m_phase = EPhase::Joined;
+        m_ownId = std::thread::id(); // the platform may give it to a later thread
+    } else {
+        m_thread.swap(thread);
     }
-    // Start may still be putting the handle there.
-    const std::lock_guard<std::mutex> threadLock(m_threadMutex);
-    CLeavingThreads::Get().Take(m_thread);
-    return true;
+    m_changed.notify_all();
+    return isJoined;
 }
 
 void CThreadRun::Stop()
@@ -122,23 +121,6 @@ void CThreadRun::Resume()
     m_changed.notify_all();
 }
 
-bool CThreadRun::Failed() const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_isFailed;
-}
-
-bool CThreadRun::Guarded(const std::function<bool()>& operation)
-{
-    try {
-        return operation();
-    } catch (...) { // whatever a derived class throws: one lost mask must not take the press down
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_isFailed = true;
-        return false;
-    }
-}
-
 void CThreadRun::PrepareComplete(bool isPrepared)
 {
     {
@@ -146,7 +128,7 @@ void CThreadRun::PrepareComplete(bool isPrepared)
         m_isPrepared = isPrepared;
         m_phase = EPhase::Looping;
     }
-    m_changed.notify_all(); // without the lock, which the woken want first
+    m_changed.notify_all(); // after unlocking: whoever wakes wants the lock first
 }
 
 bool CThreadRun::NextLoop_Wait()
@@ -167,7 +149,6 @@ void CThreadRun::End()
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_phase = EPhase::Ended;
-        m_ownId = std::thread::id();
     }
-    m_changed.notify_all(); // without the lock, which the woken want first
+    m_changed.notify_all(); // after unlocking; this object outlives the call, as its owner joins us first
 }

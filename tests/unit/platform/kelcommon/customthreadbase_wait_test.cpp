@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -10,31 +12,155 @@
 #include <kelcommon/customconditionvariable.h>
 
 #include "hookedthread.h"
+#include "livethreads.h"
+#include "sanitized.h"
 
 namespace {
 
+using namespace std::chrono_literals;
+
+/// What a thread does while it exits, in the destructor of a thread_local object.
+class CLastAct {
+public:
+    CLastAct() = default;
+    CLastAct(const CLastAct&) = delete;
+    CLastAct& operator=(const CLastAct&) = delete;
+    ~CLastAct()
+    {
+        if (m_act)
+            m_act();
+    }
+
+    std::function<void()> m_act;
+};
+
+thread_local CLastAct t_lastAct;
+
+/// A thread whose one step ends it, and which acts once more while it exits.
+class CLeavingThread : public CHookedThread {
+public:
+    explicit CLeavingThread(std::function<void()> act)
+        : CHookedThread([act = std::move(act)] {
+              t_lastAct.m_act = act;
+              return false;
+          })
+    {}
+};
+
+/// Lets several threads ask the same at once.
+/// @return answers that were true
+int TrueAnswers(int threadCount, const std::function<bool()>& ask)
+{
+    std::atomic<int> count = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i)
+        threads.emplace_back([&] { count += ask() ? 1 : 0; });
+    for (std::thread& thread : threads)
+        thread.join();
+    return count;
+}
+
 // ---- Wait_Exit
 
-TEST(CustomThreadBaseWaitExit, IsTrueAtOnceWhenNoThreadWasStarted)
+TEST(ThreadExit, IsTrueAtOnceWithoutAThread)
 {
     CHookedThread thread;
     EXPECT_TRUE(thread.Wait_Exit(0));
     EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
 }
 
-TEST(CustomThreadBaseWaitExit, IsFalseAfterItsTimeWhileTheThreadRuns)
+TEST(ThreadExit, IsFalseUntilFinallyHasRun)
 {
-    CHookedThread thread;
-    ASSERT_TRUE(thread.Start("runs"));
+    CustomConditionVariable inFinally;
+    CustomConditionVariable mayEnd;
+    int written = 0;
+    CHookedThread thread([] { return false; });
+    thread.m_finally = [&] {
+        inFinally.Set();
+        mayEnd.WaitOne(NO_LIMIT_MS);
+        written = 42;
+    };
+    ASSERT_TRUE(thread.Start("lingers"));
+    ASSERT_TRUE(inFinally.WaitOne(NO_LIMIT_MS));
+    EXPECT_FALSE(thread.Wait_Exit(0));
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_FALSE(thread.Wait_Exit(15));
-    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(15));
-    EXPECT_FALSE(thread.Wait_Exit(0));
-    thread.Stop();
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, 15ms);
+    mayEnd.Set();
     EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
+    EXPECT_EQ(written, 42);
+    EXPECT_TRUE(thread.Wait_Exit(0)); // still
 }
 
-TEST(CustomThreadBaseWaitExit, AThreadThatIsStartedMeanwhileIsNotWaitedFor)
+TEST(ThreadExit, JoinsTheThreadForEveryWaiter)
+{
+    for (const unsigned int limit : {600000U, NO_LIMIT_MS}) {
+        int gone = 0; // no atomic: the join alone orders it
+        CLeavingThread thread([&gone] {
+            std::this_thread::sleep_for(5ms); // longer than a waiter needs that does not join
+            gone = 1;
+        });
+        ASSERT_TRUE(thread.Start("exits slowly"));
+        EXPECT_EQ(TrueAnswers(4, [&] { return thread.Wait_Exit(limit) && gone == 1; }), 4);
+    }
+}
+
+TEST(ThreadExit, LeavesNoThread)
+{
+    for (int round = 0; round < 200; ++round) {
+        CHookedThread thread([] { return false; });
+        ASSERT_TRUE(thread.Start("short"));
+        ASSERT_TRUE(thread.Wait_Exit(600000));
+        ASSERT_TRUE(LiveThreads_AreGone()) << "round " << round;
+    }
+}
+
+TEST(ThreadExit, IsFalseAtOnceOnTheOwnThread)
+{
+    bool isJoinedInLoop = true;
+    bool isJoinedOnExit = true;
+    CHookedThread thread;
+    thread.m_oneLoop = [&] {
+        isJoinedInLoop = thread.Wait_Exit(NO_LIMIT_MS);
+        t_lastAct.m_act = [&] { isJoinedOnExit = thread.Wait_Exit(NO_LIMIT_MS); };
+        return false;
+    };
+    ASSERT_TRUE(thread.Start("asks itself"));
+    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS)); // and is awaited meanwhile
+    EXPECT_FALSE(isJoinedInLoop);
+    EXPECT_FALSE(isJoinedOnExit);
+}
+
+TEST(ThreadExit, IsNoObstacleToWhatAThreadDoesLast)
+{
+    bool isStarted = true;
+    bool isPrepared = false;
+    bool isPaused = true;
+    bool hasRunAnother = false;
+    CHookedThread thread;
+    thread.m_oneLoop = [&] {
+        t_lastAct.m_act = [&] {
+            std::this_thread::sleep_for(5ms); // by then the thread is awaited
+            isStarted = thread.Start("again");
+            isPrepared = thread.Wait_PrepareComplete();
+            isPaused = thread.Wait_Paused();
+            thread.Pause();
+            thread.Resume();
+            thread.Stop();
+            CHookedThread another([] { return false; });
+            hasRunAnother = another.Start("another") && another.Wait_Exit(NO_LIMIT_MS);
+        };
+        return false;
+    };
+    ASSERT_TRUE(thread.Start("acts last"));
+    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
+    EXPECT_FALSE(isStarted);
+    EXPECT_TRUE(isPrepared);
+    EXPECT_FALSE(isPaused);
+    EXPECT_TRUE(hasRunAnother);
+}
+
+TEST(ThreadExit, IsNotAwaitedOfAThreadStartedMeanwhile)
 {
     for (int round = 0; round < 300; ++round) {
         CHookedThread thread([] {
@@ -53,93 +179,7 @@ TEST(CustomThreadBaseWaitExit, AThreadThatIsStartedMeanwhileIsNotWaitedFor)
     }
 }
 
-TEST(CustomThreadBaseWaitExit, MayBeAskedAgainAfterTheEnd)
-{
-    CHookedThread thread([] { return false; });
-    ASSERT_TRUE(thread.Start("ends"));
-    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
-    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
-    EXPECT_TRUE(thread.Wait_Exit(0));
-}
-
-TEST(CustomThreadBaseWaitExit, ComesTrueOnlyAfterFinally)
-{
-    CustomConditionVariable inFinally;
-    CustomConditionVariable mayLeaveFinally;
-    CHookedThread thread([] { return false; });
-    thread.m_finally = [&] {
-        inFinally.Set();
-        mayLeaveFinally.WaitOne(NO_LIMIT_MS);
-    };
-    ASSERT_TRUE(thread.Start("lingers"));
-    ASSERT_TRUE(inFinally.WaitOne(NO_LIMIT_MS));
-    EXPECT_FALSE(thread.Wait_Exit(5));
-    mayLeaveFinally.Set();
-    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
-}
-
-/// Holds a thread up on its way out, where it frees what it had for itself.
-class CHeldUpExit {
-public:
-    CHeldUpExit() = default;
-    CHeldUpExit(const CHeldUpExit&) = delete;
-    CHeldUpExit& operator=(const CHeldUpExit&) = delete;
-    ~CHeldUpExit()
-    {
-        if (m_mayLeave != nullptr)
-            m_mayLeave->WaitOne(NO_LIMIT_MS);
-    }
-
-    std::shared_ptr<CustomConditionVariable> m_mayLeave; // the thread may be the last to use it
-};
-
-thread_local CHeldUpExit t_heldUpExit;
-
-TEST(CustomThreadBaseWaitExit, TheThreadsWayOutIsNotWaitedFor)
-{
-    const auto mayLeave = std::make_shared<CustomConditionVariable>();
-    {
-        CHookedThread thread([&mayLeave] {
-            t_heldUpExit.m_mayLeave = mayLeave;
-            return false;
-        });
-        ASSERT_TRUE(thread.Start("leaves slowly"));
-        EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS)); // would never come back if it waited for that
-    }
-    EXPECT_GT(mayLeave.use_count(), 1) << "nobody was held up";
-    mayLeave->Set();
-}
-
-TEST(CustomThreadBaseWaitExit, SeveralThreadsMayWaitAtOnceAndAllAreTold)
-{
-    CHookedThread thread;
-    ASSERT_TRUE(thread.Start("awaited"));
-    std::atomic<int> toldCount = 0;
-    std::vector<std::thread> waiters;
-    waiters.reserve(4);
-    for (int i = 0; i < 4; ++i)
-        waiters.emplace_back([&] { toldCount += thread.Wait_Exit(NO_LIMIT_MS) ? 1 : 0; });
-    thread.Stop();
-    for (std::thread& waiter : waiters)
-        waiter.join();
-    EXPECT_EQ(toldCount, 4);
-}
-
-TEST(CustomThreadBaseWaitExit, OnTheOwnThreadItIsFalseAtOnce)
-{
-    bool answer = true;
-    CHookedThread thread;
-    thread.m_oneLoop = [&] {
-        thread.Stop();
-        answer = thread.Wait_Exit(NO_LIMIT_MS); // would never come back if it waited
-        return true;
-    };
-    ASSERT_TRUE(thread.Start("asks itself"));
-    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
-    EXPECT_FALSE(answer);
-}
-
-TEST(CustomThreadBaseWaitExit, ALaterThreadThatIsGivenTheEndedOnesIdIsNotTakenForIt)
+TEST(ThreadExit, TakesNoLaterThreadForTheOwnOne)
 {
     CHookedThread ended([] { return false; });
     ASSERT_TRUE(ended.Start("ended"));
@@ -154,93 +194,165 @@ TEST(CustomThreadBaseWaitExit, ALaterThreadThatIsGivenTheEndedOnesIdIsNotTakenFo
     EXPECT_TRUE(answer);
 }
 
-TEST(CustomThreadBaseWaitExit, AThreadMayStopAndAwaitItsWorkers)
-{
-    std::vector<std::unique_ptr<CHookedThread>> workers;
-    for (int i = 0; i < 6; ++i) {
-        workers.push_back(std::make_unique<CHookedThread>());
-        ASSERT_TRUE(workers.back()->Start("worker"));
-    }
-    int endedCount = 0;
-    CHookedThread master([&] {
-        for (const auto& worker : workers)
-            worker->Stop();
-        for (const auto& worker : workers)
-            endedCount += worker->Wait_Exit(NO_LIMIT_MS) ? 1 : 0;
-        return false;
-    });
-    ASSERT_TRUE(master.Start("master"));
-    EXPECT_TRUE(master.Wait_Exit(NO_LIMIT_MS));
-    EXPECT_EQ(endedCount, 6);
-}
-
-TEST(CustomThreadBaseWaitExit, WhatTheThreadWroteIsSeenByTheWaiter)
-{
-    int written = 0;
-    CHookedThread thread([&] {
-        written = 42;
-        return false;
-    });
-    ASSERT_TRUE(thread.Start("writes"));
-    ASSERT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
-    EXPECT_EQ(written, 42);
-}
-
 // ---- Wait_PrepareComplete
 
-TEST(CustomThreadBaseWaitPrepareComplete, IsFalseAtOnceWhenNoThreadWasStarted)
+TEST(ThreadPrepared, IsFalseAtOnceWithoutAThread)
 {
     CHookedThread thread;
     EXPECT_FALSE(thread.Wait_PrepareComplete());
 }
 
-TEST(CustomThreadBaseWaitPrepareComplete, WaitsForPrepareAndTellsItsResult)
+TEST(ThreadPrepared, WaitsForPrepareButNotInside)
 {
-    CustomConditionVariable mayFinishPrepare;
-    std::atomic<bool> isPrepareDone = false;
+    CustomConditionVariable mayGoOn;
+    bool answerInside = true;
+    std::atomic<bool> isDone = false;
     CHookedThread thread;
     thread.m_prepare = [&] {
-        mayFinishPrepare.WaitOne(NO_LIMIT_MS);
-        isPrepareDone = true;
+        answerInside = thread.Wait_PrepareComplete();
+        mayGoOn.WaitOne(NO_LIMIT_MS);
+        isDone = true;
         return true;
     };
     ASSERT_TRUE(thread.Start("prepares"));
-    std::thread releaser([&] { mayFinishPrepare.Set(); });
+    std::thread releaser([&] { mayGoOn.Set(); });
     EXPECT_TRUE(thread.Wait_PrepareComplete());
-    EXPECT_TRUE(isPrepareDone);
+    EXPECT_TRUE(isDone);
+    EXPECT_FALSE(answerInside);
     releaser.join();
 }
 
-TEST(CustomThreadBaseWaitPrepareComplete, StillTellsTheResultAfterTheEnd)
+// ---- Pause, Resume and Wait_Paused
+
+TEST(ThreadPause, HoldsTheLoopUntilResume)
 {
-    CHookedThread thread([] { return false; });
-    ASSERT_TRUE(thread.Start("short"));
-    ASSERT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
-    EXPECT_TRUE(thread.Wait_PrepareComplete());
+    CustomConditionVariable looped;
+    CHookedThread thread([&] {
+        looped.Set();
+        return true;
+    });
+    ASSERT_TRUE(thread.Start("pauses"));
+    ASSERT_TRUE(looped.WaitOne(NO_LIMIT_MS));
+    thread.Pause();
+    ASSERT_TRUE(thread.Wait_Paused());
+    const int loopCount = thread.m_loopCount;
+    looped.Reset();
+    EXPECT_FALSE(looped.WaitOne(5));
+    EXPECT_EQ(thread.m_loopCount, loopCount);
+    EXPECT_TRUE(thread.Wait_Paused()); // still
+    EXPECT_FALSE(thread.Wait_Exit(0)); // halted is not ended
+    thread.Resume();
+    EXPECT_TRUE(looped.WaitOne(NO_LIMIT_MS));
 }
 
-TEST(CustomThreadBaseWaitPrepareComplete, OnTheOwnThreadItNeverWaits)
+TEST(ThreadPause, BeforeStartHaltsAfterPrepareUntilStop)
 {
-    bool answerInPrepare = true;
-    bool answerInLoop = false;
     CHookedThread thread;
-    thread.m_prepare = [&] {
-        answerInPrepare = thread.Wait_PrepareComplete();
+    thread.Pause();
+    ASSERT_TRUE(thread.Start("starts halted"));
+    EXPECT_TRUE(thread.Wait_Paused());
+    EXPECT_EQ(thread.m_prepareCount, 1);
+    thread.Stop();
+    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
+    EXPECT_EQ(thread.m_loopCount, 0);
+    EXPECT_EQ(thread.m_finallyCount, 1);
+}
+
+TEST(ThreadPause, OfTheOwnThreadGoesStepByStep)
+{
+    bool isAnsweredInside = false;
+    CHookedThread thread;
+    thread.m_oneLoop = [&] {
+        thread.Pause();
+        isAnsweredInside = isAnsweredInside || thread.Wait_Paused(); // false at once
         return true;
     };
-    thread.m_oneLoop = [&] {
-        answerInLoop = thread.Wait_PrepareComplete();
-        return false;
-    };
-    ASSERT_TRUE(thread.Start("asks itself"));
-    ASSERT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
-    EXPECT_FALSE(answerInPrepare);
-    EXPECT_TRUE(answerInLoop);
+    ASSERT_TRUE(thread.Start("pauses itself"));
+    for (int loopCount = 1; loopCount <= 20; ++loopCount) {
+        ASSERT_TRUE(thread.Wait_Paused());
+        EXPECT_EQ(thread.m_loopCount, loopCount);
+        thread.Resume(); // for one step; the halt that ends here must not be taken for the next
+    }
+    thread.StopAndWait();
+    EXPECT_FALSE(isAnsweredInside);
 }
 
-// ---- destruction
+TEST(ThreadPause, IsNotAwaitedWithoutALoop)
+{
+    CHookedThread thread([] { return false; });
+    EXPECT_FALSE(thread.Wait_Paused()); // not started
+    ASSERT_TRUE(thread.Start("ends"));
+    ASSERT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
+    thread.Pause();
+    EXPECT_FALSE(thread.Wait_Paused()); // has ended
+}
 
-TEST(CustomThreadBaseDestruction, TheObjectMayGoRightAfterWaitExitSaidTrue)
+TEST(ThreadPause, IsNotAwaitedOnceTheLoopEnds)
+{
+    for (const bool isStopped : {false, true}) {
+        CustomConditionVariable mayEnd;
+        CHookedThread thread([&] { return !mayEnd.WaitOne(NO_LIMIT_MS); });
+        ASSERT_TRUE(thread.Start("busy"));
+        std::atomic<bool> answer = true;
+        std::thread waiter([&] { answer = thread.Wait_Paused(); });
+        if (isStopped)
+            thread.Stop(); // while the loop is still inside its step
+        else
+            mayEnd.Set();
+        waiter.join();
+        EXPECT_FALSE(answer);
+        mayEnd.Set();
+    }
+}
+
+TEST(ThreadPause, IsToldToAllWhenTheHaltIsBrief)
+{
+    for (int i = 0; i < 10; ++i) { // a waiter may wake after the loop runs on again
+        CHookedThread thread;
+        thread.Pause();
+        std::atomic<bool> answer = false;
+        std::atomic<bool> isAsking = false;
+        CustomConditionVariable mayPrepare;
+        thread.m_prepare = [&] { return mayPrepare.WaitOne(NO_LIMIT_MS); };
+        ASSERT_TRUE(thread.Start("brief halt"));
+        std::thread first([&] {
+            isAsking = true;
+            answer = thread.Wait_Paused();
+        });
+        while (!isAsking)
+            std::this_thread::yield();
+        mayPrepare.Set();
+        ASSERT_TRUE(thread.Wait_Paused());
+        thread.Resume();
+        thread.Pause(); // for a first waiter that came too late for the first halt
+        first.join();
+        EXPECT_TRUE(answer);
+    }
+}
+
+TEST(ThreadPause, MayBeCalledByManyThreadsAtOnce)
+{
+    CHookedThread thread;
+    ASSERT_TRUE(thread.Start("busy"));
+    EXPECT_EQ(TrueAnswers(3,
+                          [&] {
+                              for (int round = 0; round < 100; ++round) {
+                                  thread.Pause();
+                                  thread.Resume();
+                                  thread.Wait_Exit(0);
+                                  thread.Wait_PrepareComplete();
+                              }
+                              return true;
+                          }),
+              3);
+    thread.Stop();
+    EXPECT_TRUE(thread.Wait_Exit(NO_LIMIT_MS));
+    EXPECT_EQ(thread.m_finallyCount, 1);
+}
+
+// ---- destruction and fork
+
+TEST(ThreadDestruction, MayFollowWaitExitAtOnce)
 {
     for (int i = 0; i < 200; ++i) { // the sanitizers watch
         auto thread = std::make_unique<CHookedThread>([i] { return i % 3 != 0; });
@@ -251,34 +363,35 @@ TEST(CustomThreadBaseDestruction, TheObjectMayGoRightAfterWaitExitSaidTrue)
     }
 }
 
-TEST(CustomThreadBaseDestruction, AnObjectThatNeverStartedMayGo)
+TEST(ThreadDestruction, OfTheBaseJoinsAPausedThread)
 {
-    const CHookedThread thread;
-    EXPECT_FALSE(thread.Failed());
-}
-
-/// Leaves everything to the destructor of the base, as a derived class should not.
-class CCareless : public CustomThreadBase {
-public:
-    explicit CCareless(std::shared_ptr<int> held) : m_held(std::move(held)) {}
-
-protected:
-    bool OneLoop() override { return false; }
-
-private:
-    std::shared_ptr<int> m_held;
-};
-
-TEST(CustomThreadBaseDestruction, TheBaseEndsAPausedThreadAsALastResort)
-{
-    const auto held = std::make_shared<int>(0);
+    /// Leaves everything to the destructor of the base, as a derived class should not.
+    class CCareless : public CustomThreadBase {
+        bool OneLoop() override { return false; }
+    };
     {
-        CCareless thread(held);
+        CCareless thread;
         thread.Pause();
         ASSERT_TRUE(thread.Start("careless"));
         ASSERT_TRUE(thread.Wait_Paused());
     }
-    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_TRUE(LiveThreads_AreGone());
 }
+
+#if defined(__linux__) && !defined(DOTWEAVE_TEST_IS_SANITIZED)
+bool Thread_StartAndJoin()
+{
+    CHookedThread thread([] { return false; });
+    return thread.Start("short") && thread.Wait_Exit(NO_LIMIT_MS);
+}
+
+TEST(ThreadForkDeathTest, AChildStartsThreadsOfItsOwn)
+{
+    GTEST_FLAG_SET(death_test_style, "fast"); // the child goes on here
+    EXPECT_TRUE(Thread_StartAndJoin());
+    EXPECT_EXIT(std::exit(Thread_StartAndJoin() ? 0 : 1), // NOLINT(concurrency-mt-unsafe): its only thread
+                testing::ExitedWithCode(0), "");
+}
+#endif
 
 } // namespace

@@ -1,7 +1,6 @@
-#include "portable/threadname.h"
+#include "portable/nativethread.h"
 
 #include <algorithm>
-#include <cstddef>
 
 #ifndef NOMINMAX
 #define NOMINMAX
@@ -19,4 +18,9 @@ void ThreadName_Set(std::string_view name) noexcept
     wchar_t wideName[NAME_CHARS_MAX + 1] = {};
     std::copy_n(name.begin(), std::min(name.size(), NAME_CHARS_MAX), wideName);
     static_cast<void>(SetThreadDescription(GetCurrentThread(), wideName));
+}
+
+std::size_t ThreadStack_PlatformBytes(boost::thread::attributes&) noexcept
+{
+    return 0; // Windows keeps thread-local storage on the heap
 }
