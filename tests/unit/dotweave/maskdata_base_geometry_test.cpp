@@ -92,7 +92,7 @@ TEST(Resolution, PassesAreEvenlySpaced)
             }
 }
 
-TEST(Resolution, RealStepIsDividedByTheXPassesFirst)
+TEST(Resolution, StepsThatDoNotDivideAreRoundedDown)
 {
     // The passes need not divide the step of a derived object: 7 * 3 = 21; 21 / 2 = 10; 10 / 3 = 3.
     const CResolved resolved(2, 3, FeatherMode_Nozzle, 7, 20, 10);

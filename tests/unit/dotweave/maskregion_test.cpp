@@ -24,7 +24,7 @@ TEST(MaskRegion, ColumnsAreSharesOfThePlaneRoundedDown)
     EXPECT_EQ(MaskRegion_Column(0, 544, 3), 0);
     EXPECT_EQ(MaskRegion_Column(1, 544, 3), 181); // 544 / 3 = 181.3
     EXPECT_EQ(MaskRegion_Column(2, 544, 3), 362); // 1088 / 3 = 362.7
-    EXPECT_EQ(MaskRegion_Column(3, 544, 4), 408);
+    EXPECT_EQ(MaskRegion_Column(4, 544, 5), 435); // 2176 / 5 = 435.2, not 4 * 108
 }
 
 } // namespace
