@@ -20,7 +20,7 @@ for folder in "$tests"/corpus/*/; do
     options+=(-artifact_prefix="$work/$name/finds/")
     if [ "$name" = fuzz_record ]; then options+=(-max_len=48); fi
     if [ -f "$tests/$name.dict" ]; then options+=(-dict="$tests/$name.dict"); fi
-    # Freed memory is held back for a shorter time than usual, which saves more time than it costs in finds.
+    # Freed memory is kept from reuse for a shorter time than usual: many more runs for hardly fewer finds.
     if ASAN_OPTIONS=quarantine_size_mb=16:detect_stack_use_after_return=1 UBSAN_OPTIONS=print_stacktrace=1 \
         "$build/tests/fuzz/$name" "$work/$name/corpus" "${options[@]}" >"$work/$name/log" 2>&1; then
         result="nothing found"

@@ -1,4 +1,5 @@
-// Cut tables of every builder, for any numbers within reason, held against what their builders promise.
+// Cut tables of every builder, for all numbers that a layout can have, compared with what the builders
+// promise.
 
 #include "cuttablebuilders.h"
 #include "cuttables.h"
@@ -14,7 +15,7 @@
 
 namespace {
 
-/// An input: which builder, and its numbers, each read as it comes and brought into a range by who uses it.
+/// An input: which builder, and its numbers, each brought into a range by the builder that uses it.
 struct SInput {
     std::int32_t builder;
     std::int32_t rows;
@@ -27,7 +28,7 @@ struct SInput {
 
 constexpr int LEVEL_MAX = 65535;
 
-/// Every row is written, and none is upside down.
+/// Every row is written, and its lower bound is not above its upper one.
 void ExpectRanges(const CRanges& table)
 {
     for (const SRange& range : table)

@@ -1,6 +1,6 @@
-// Any 48 bytes as the record of a print mode. They are tried as they stand: most are refused, and none may do harm
-// on the way there. Unless that made a mask, they are brought into the ranges of small modes and tried again. Every
-// mask that comes out is held against the laws.
+// Any 48 bytes as the record of a print mode. They are first tried as they are: most are refused, and none
+// may do harm before that. Unless that made a mask, they are brought into the ranges of small modes and tried
+// again. Every mask that is made is checked against the laws.
 
 #include "dotweave/maskdata_base.h"
 #include "fuzzing.h"
@@ -19,8 +19,8 @@
 
 namespace {
 
-/// A mask object that refuses modes which would take much memory and time, as soon as it knows their size. All
-/// other refusals are the library's.
+/// A mask object that refuses modes which would take much memory and time, as soon as it knows their size.
+/// All other refusals are the library's.
 class CSmallMask : public CMaskData_Base {
 public:
     [[nodiscard]] bool IsTooLarge() const { return m_isTooLarge; }
@@ -37,7 +37,8 @@ protected:
 private:
     static constexpr std::int64_t BYTES_MAX = std::int64_t{4} << 20;
 
-    /// Mask bytes, threshold planes and the workers' blocks; 0 for a mode whose size the library refuses later.
+    /// Mask bytes, threshold planes and the workers' blocks; 0 for a mode whose size the library refuses
+    /// later.
     std::int64_t Bytes_InAll()
     {
         SMaskData_Base_Peek peek{*this};
@@ -99,7 +100,8 @@ SMaskParam Param_Bounded(const SMaskParam& any)
     return param;
 }
 
-/// Part of a mask to look at, different for every record and the same whenever it comes again.
+/// Random numbers that choose the part of a mask to check, different for every record and the same whenever
+/// it comes again.
 std::minstd_rand Random_Of(const SMaskParam& param)
 {
     std::uint32_t seed = 0;
@@ -108,7 +110,7 @@ std::minstd_rand Random_Of(const SMaskParam& param)
     return std::minstd_rand(seed);
 }
 
-/// Creates and holds what comes out against the laws.
+/// Creates a mask and checks it against the laws.
 /// @param mustBeBuilt  whether only its size is a reason to refuse the record
 /// @return whether there is a mask
 bool Mask_Try(const SMaskParam& param, bool mustBeBuilt)

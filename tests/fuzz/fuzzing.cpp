@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The one place where a fuzzer's find ends. The framework's own listener has printed it already.
+/// Ends the process at the first failed expectation, which the framework has printed already.
 class CAbortOnFailure : public testing::EmptyTestEventListener {
     void OnTestPartResult(const testing::TestPartResult& result) override
     {

@@ -3,7 +3,7 @@
 
 usage: tests/fuzz/make_seeds.py    (writes into corpus/ beside this file)
 
-Inputs that the fuzzers found on top of these lie beside them and are named by their checksum.
+Inputs that the fuzzers found are in the same folders, named by their checksum.
 """
 import json
 import pathlib

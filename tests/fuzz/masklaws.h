@@ -20,7 +20,7 @@ void ExpectGeometryLaws(CMaskData_Base& mask);
 /// The bytes that the host gets: every colour and position in its place, nothing out of range.
 void ExpectAccessLaws(CMaskData_Base& mask);
 
-/// The dots: whole pixels alone, and either the same bytes as one thread makes, or the dots of the slow way and
+/// The dots: whole pixels only, and either the bytes that one thread makes, or the dots of the slow model and
 /// every pixel printed as often as the mode promises. May replace the object's bytes; pointers to them end.
-/// @param random  chooses which, and the part of the mask that is looked at where all of it would take too long
+/// @param random  chooses which, and the part of the mask to check where all of it would take too long
 void ExpectDotLaws(CMaskData_Base& mask, std::minstd_rand& random);
