@@ -1,6 +1,7 @@
 #include "temporarydirectory.h"
 #include "toolprocess.h"
 
+#include <boost/crc.hpp>
 #include <nlohmann/json.hpp>
 
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,6 +26,24 @@ namespace {
 class ResultFolder : public testing::Test {
 protected:
     void SetUp() override { ASSERT_EQ(Tool_Run("build --color-count 1 --out " + out).exitStatus, 0); }
+
+    /// Checks that the files are those that mask.json lists, with their sizes and checksums.
+    void Whole_Expect() const
+    {
+        CNames names = {"mask.json"};
+        const nlohmann::json object = nlohmann::json::parse(File_Read(out + "/mask.json"));
+        for (const auto& file : object["files"]) {
+            names.push_back(file["name"]);
+            const std::string content = File_Read(out + '/' + names.back());
+            boost::crc_32_type checksum;
+            checksum.process_bytes(content.data(), content.size());
+            EXPECT_EQ(file["bytes"], content.size()) << names.back();
+            EXPECT_EQ(std::stoul(file["crc32"].get<std::string>(), nullptr, 16), checksum.checksum())
+                << names.back();
+        }
+        std::sort(names.begin(), names.end());
+        EXPECT_EQ(Directory_Names(out), names);
+    }
 
     void OlderResult_Expect(CNames more = {}) const
     {
@@ -107,12 +127,31 @@ TEST_F(ResultFolder, IsWholeAfterRunsAtOnce)
         std::vector<std::unique_ptr<CToolProcess>> processes;
         for (const char* colors : {"1", "2", "3"})
             processes.push_back(std::make_unique<CToolProcess>(
-                Tool_Command("build --png none --out " + out + " --color-count ", {colors})));
+                Tool_Command("build --out " + out + " --color-count ", {colors})));
         for (const auto& process : processes)
             EXPECT_EQ(process->Wait().exitStatus, 0);
-        EXPECT_EQ(Directory_Names(out), (CNames{"mask.bin", "mask.json"}));
-        const auto colors = nlohmann::json::parse(File_Read(out + "/mask.json"))["input"]["colorCount"];
-        EXPECT_EQ(fs::file_size(out + "/mask.bin"), colors.get<unsigned>() * 4U * 544U * 68U);
+        Whole_Expect();
+    }
+}
+
+/// A run may be killed at any moment. Unless it was while it moved files, the folder is whole; after the next run
+/// it is whole in any case.
+TEST_F(ResultFolder, IsWholeAfterTheRunThatFollowsAKill)
+{
+    std::mt19937 random(20240607); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same delays in every run
+    for (int round = 0; round < 40; ++round) {
+        SCOPED_TRACE(round);
+        CToolProcess process(
+            Tool_Command("build --png all --out " + out, {"--color-count", round % 2 == 0 ? "2" : "1"}));
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 150000));
+        process.Signal(SIGKILL);
+        static_cast<void>(process.Wait());
+        if (round % 4 != 3)
+            continue;
+        ASSERT_EQ(Tool_Run("cuttable --out " + out + "/table").exitStatus,
+                  0); // another command helps as well
+        fs::remove(out + "/table");
+        Whole_Expect();
     }
 }
 
