@@ -53,7 +53,8 @@ void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& 
     struct stat status = {};
     if (stat(from.c_str(), &status) != 0)
         return;
-    const bool isOwned = chown(to.c_str(), status.st_uid, status.st_gid) == 0; // of other users: root alone may
+    const bool isOwned =
+        chown(to.c_str(), status.st_uid, status.st_gid) == 0; // of other users: root alone may
     // After chown, which clears bits. Set-user-id and the like go only with the owner.
     static_cast<void>(chmod(to.c_str(), status.st_mode & (isOwned ? 07777U : 00777U)));
 }

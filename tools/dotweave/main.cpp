@@ -30,7 +30,8 @@ std::string Command_Run(int argc, char** argv)
 {
     CLI::App app("Builds pass masks for multi-pass inkjet printing.");
     app.name("dotweave");
-    app.set_version_flag("--version", std::string("dotweave ") + dotweave_version(), "Print the version and exit");
+    app.set_version_flag("--version", std::string("dotweave ") + dotweave_version(),
+                         "Print the version and exit");
     app.require_subcommand(0, 1); // none is refused below, with our own message
     const CBuildCommand build(app);
     const CCutTableCommand cutTable(app);

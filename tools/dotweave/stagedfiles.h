@@ -11,17 +11,15 @@ namespace dotweave {
 
 /// Files that come into a folder together or not at all.
 ///
-/// They are written and synced in a hidden staging folder inside it. One rename, which calls the staging
-/// folder
-/// ".dotweave-ready", decides: before it the folder has the old result, after it the new one counts. Then the
-/// files move to their places, mask.json last. A run that is killed in between leaves the ready folder,
-/// complete; the next run into the folder finishes the moves. A journal, because other files in the folder
-/// may be the user's, so that the folder as a whole cannot be exchanged. Nothing is deleted before its
-/// replacement is in place.
+/// They are written and synced in a hidden staging folder inside it. One rename decides: it calls the staging
+/// folder ".dotweave-ready". Before it the old result counts, after it the new one. Then the files move to
+/// their places, mask.json last. A run that is killed during the moves leaves the ready folder, and the next
+/// run into the folder finishes them. The folder as a whole cannot be exchanged, because other files in it may
+/// be the user's. Nothing is deleted before its replacement is in place.
 ///
 /// Placing locks the folder, so that runs at once come one after the other. Whatever ends a run before the
-/// decision - an error, an interrupt - leaves the folder as it was; what a killed run leaves, the next one
-/// removes.
+/// decision, an error or an interrupt, leaves the folder as it was. The next run removes what a killed run
+/// left before the decision.
 class CStagedFiles {
 public:
     /// Makes the folder if it is not there, finishes or removes what a killed run left in it, and makes the
