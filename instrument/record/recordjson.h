@@ -16,8 +16,7 @@ nlohmann::ordered_json Record_Json(const SMaskParam& param);
 /// the values of param. Enumerations come as numbers or names.
 /// @param source  what messages call the file
 /// @throws CRecordError for a text that is not JSON, an unknown field, a field given twice, a wrong type and
-/// a
-///         value out of range; param may then be changed in part
+///         a value out of range; param may then be changed in part
 void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param);
 
 } // namespace dotweave

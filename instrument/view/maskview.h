@@ -7,7 +7,8 @@
 namespace dotweave {
 
 /// The mask lines of one band position of one colour: packed pixels, line by line, as the library hands them
-/// out. Nothing else in the instrument reads mask bytes. Lifetime: borrows the bytes from their owner.
+/// out. Nothing else in the instrument reads mask bytes.
+/// Lifetime: borrows the bytes from their owner.
 struct SMaskLines {
     const std::uint8_t* bytes; ///< height lines of lineBytes
     int width;                 ///< pixels of a line

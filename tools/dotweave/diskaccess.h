@@ -6,8 +6,8 @@
 namespace dotweave {
 
 /// @file
-/// What the standard library cannot ask of the system. Without POSIX, folders are not locked and nothing is
-/// synced.
+/// What the standard library cannot ask of the system.
+/// Without POSIX, folders are not locked and nothing is synced.
 
 /// Waits until what was written to a file is on the disk.
 /// @return false with errno set when it may not be

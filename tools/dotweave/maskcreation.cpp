@@ -5,7 +5,6 @@
 #include <dotweave/maskparam_refusal.h>
 
 #include <ostream>
-#include <sstream>
 
 namespace dotweave {
 
@@ -20,14 +19,11 @@ std::unique_ptr<CMaskData_Base> CMaskCreation::Create(std::ostream& errors) cons
     const std::string reason = MaskParam_Refusal(param);
     if (!reason.empty() && !m_isLogShown)
         throw CModeNotBuilt(reason);
-    std::ostringstream records;
-    const CLogConsole log(m_isLogShown ? errors : records);
+    const CLogConsole log(errors); // on a good path the library logs nothing
     auto mask = std::make_unique<CMaskData_Base>();
-    if (!mask->Create(param)) {
-        errors << records.str();
+    if (!mask->Create(param))
         throw CModeNotBuilt(reason.empty() ? "the library could not build this mode; its log is above"
                                            : reason);
-    }
     for (const std::string& warning : MaskParam_Warnings(param))
         errors << "dotweave: warning: " << warning << '\n';
     return mask;

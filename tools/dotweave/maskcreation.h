@@ -25,9 +25,8 @@ public:
     explicit CMaskCreation(CLI::App& command);
 
     /// Builds the mask object of the mode that the parsed command line asks for.
-    /// @param errors  takes the library's warnings, a line each; its log with --log, or when building fails
-    /// though
-    ///                the library gives no reason
+    /// @param errors  takes the library's warnings, a line each, and what it logs. A refused mode is logged
+    ///                only with --log: the reason says more.
     /// @throws CModeNotBuilt, CUsageError, CRecordError, CFileError, std::bad_alloc
     std::unique_ptr<CMaskData_Base> Create(std::ostream& errors) const;
 

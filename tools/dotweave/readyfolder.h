@@ -8,8 +8,8 @@ namespace dotweave {
 /// Hidden folders of a result folder, as CStagedFiles makes them. Each has a folder of new files and a folder
 /// whose files carry the names of old ones that go.
 
-inline constexpr char STAGING_PREFIX[] =
-    ".dotweave-"; ///< followed by a random number while files are written
+/// A random number follows while files are written.
+inline constexpr char STAGING_PREFIX[] = ".dotweave-";
 inline constexpr char STAGING_READY[] = ".dotweave-ready";
 inline constexpr char STAGING_NEW[] = "new";
 inline constexpr char STAGING_RETIRED[] = "retired";

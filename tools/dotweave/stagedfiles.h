@@ -44,8 +44,7 @@ public:
     void Check() const;
     /// Checks, then moves all files to their places. A replaced file passes on its owner and mode.
     /// @throws CFileError, std::filesystem::filesystem_error; the message names the ready folder when the new
-    /// result
-    ///         is complete but not yet in its place
+    ///         result is complete but not yet in its place
     void Place();
 
 private:
