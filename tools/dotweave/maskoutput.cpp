@@ -79,18 +79,6 @@ bool IsPictureName(const std::string& name)
     return color >= 0 && position >= 0 && name == Picture_Name(color, position);
 }
 
-/// A picture that the new result does not have would show a mode that is no longer there.
-void OldPictures_Retire(CStagedFiles& files, const fs::path& directory,
-                        const std::vector<SResultFile>& results)
-{
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
-        const std::string name = entry.path().filename().string();
-        const auto isNew = [&](const SResultFile& result) { return result.name == name; };
-        if (IsPictureName(name) && std::none_of(results.begin(), results.end(), isNew))
-            files.Retire(name);
-    }
-}
-
 } // namespace
 
 int MaskOutput_Write(const CMaskData_Base& mask, const fs::path& directory, EMaskPictures pictures)
@@ -106,7 +94,7 @@ int MaskOutput_Write(const CMaskData_Base& mask, const fs::path& directory, EMas
     COutputFile json(files.Add("mask.json"), files.FinalPath("mask.json"));
     json.Write(text.data(), text.size());
     json.Close();
-    OldPictures_Retire(files, directory, results);
+    files.RetireOlder(&IsPictureName); // an old picture would show a mode that is no longer there
     CInterruptGuard::Check();
     files.Place();
     return static_cast<int>(results.size()) - 1;

@@ -4,6 +4,7 @@
 #include "outputfile.h"
 #include "readyfolder.h"
 
+#include <algorithm>
 #include <random>
 #include <system_error>
 #include <utility>
@@ -85,9 +86,15 @@ fs::path CStagedFiles::Add(const std::string& name)
     return m_staging / STAGING_NEW / name;
 }
 
-void CStagedFiles::Retire(const std::string& name)
+void CStagedFiles::Retired_Find()
 {
-    m_retired.push_back(name);
+    if (m_isOurs == nullptr)
+        return;
+    for (const fs::directory_entry& entry : fs::directory_iterator(m_directory)) {
+        const std::string name = entry.path().filename().string();
+        if (m_isOurs(name) && std::find(m_added.begin(), m_added.end(), name) == m_added.end())
+            m_retired.push_back(name);
+    }
 }
 
 void CStagedFiles::Check() const
@@ -102,11 +109,12 @@ void CStagedFiles::Check() const
 
 void CStagedFiles::Place()
 {
-    for (const std::string& name : m_retired)
-        COutputFile(m_staging / STAGING_RETIRED / name, FinalPath(name)).Close();
     const CFolderLock lock(m_directory, CFolderLock::Wait_Forever);
     ReadyFolder_Finish(m_directory);
+    Retired_Find();
     Check();
+    for (const std::string& name : m_retired)
+        COutputFile(m_staging / STAGING_RETIRED / name, FinalPath(name)).Close();
     for (const std::string& name : m_added) {
         if (!fs::exists(m_staging / STAGING_NEW / name))
             throw CFileError(FinalPath(name), std::string("was announced but never written"));

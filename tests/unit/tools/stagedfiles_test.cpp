@@ -50,8 +50,8 @@ protected:
     {
         for (const char* name : {"mask.json", "a", "b"})
             Put(files, name, std::string("new ") + name);
-        files.Retire("retired");
-        files.Retire("never there");
+        files.RetireOlder(
+            [](const std::string& name) { return name == "retired" || name == "late" || name == "a"; });
     }
 
     const std::string OLD = "old a; old mask.json; old other; old retired; ";
@@ -161,6 +161,17 @@ TEST_F(StagedFiles, WhatAKilledRunLeavesIsRemoved)
     EXPECT_EQ(File_Read(directory.Sub("a")), "first");
     second.Place();
     EXPECT_EQ(File_Read(directory.Sub("a")), "second");
+}
+
+TEST_F(StagedFiles, RetireWhatARunAtTheSameTimePlaced)
+{
+    CStagedFiles first(directory.Path());
+    CStagedFiles second(directory.Path());
+    Result_Write(second);
+    Put(first, "late", "of the first run");
+    first.Place();
+    second.Place();
+    EXPECT_EQ(Texts(), NEW);
 }
 
 TEST_F(StagedFiles, MadeFoldersGoWhenTheRunFails)
