@@ -5,7 +5,7 @@
   check_documents.py --self-test   checks a small tree with one mistake of each kind
 
 Checked are links to files and headings, and names in backticks: paths that begin with a folder of the tree, source
-files such as `maskparam.h`, and test files such as `maskparam_test`. A name may have `*` and `<placeholder>` in it.
+files such as `maskparam.h`, and test files such as `maskparam_test`. Conflict markers are mistakes as well. A name may have `*` and `<placeholder>` in it.
 A path to a program, such as `tests/fuzz/fuzz_record`, counts as there when its source file is.
 """
 import fnmatch
@@ -71,6 +71,8 @@ def mistakes(root):
     for document in sorted(file for pattern in DOCUMENTS for file in root.glob(pattern)):
         for number, line in enumerate(document.read_text(encoding="utf-8").splitlines(), 1):
             found = [link_mistake(root, document, target) for target in LINK.findall(line)]
+            if line.startswith(("<<<<<<< ", ">>>>>>> ")):
+                found.append("has a conflict that nobody resolved")
             for name in NAME.findall(line):
                 is_name = any(pattern.fullmatch(name) for pattern in (PATH, SOURCE_FILE, TEST_FILE))
                 if is_name and not is_there(name, paths, base_names):
@@ -89,11 +91,12 @@ def self_test():
         (root / "README.md").write_text(
             "[a](docs/log.md) [b](docs/log.md#how-it-is-read-in-short) [c](https://example.org/x) `src/log.*`\n"
             "`log.h` `log_test` `src/` `tests/fuzz/fuzz_log` `tests/fuzz/fuzz_<name>` `log.json` `cmake --build .`\n"
-            "[d](docs/gone.md)\n[e](docs/log.md#gone)\n`src/gone.cpp`\n`gone.h`\n`gone_test`\n`tests/gone_*`\n",
+            "[d](docs/gone.md)\n[e](docs/log.md#gone)\n`src/gone.cpp`\n`gone.h`\n`gone_test`\n`tests/gone_*`\n"
+            "<<<<<<< ours\n",
             encoding="utf-8")
         lines = [int(text.split(":")[1]) for text in mistakes(root)]
-    if lines != [3, 4, 5, 6, 7, 8]:
-        sys.exit(f"found mistakes in lines {lines}, not in lines 3 to 8")
+    if lines != [3, 4, 5, 6, 7, 8, 9]:
+        sys.exit(f"found mistakes in lines {lines}, not in lines 3 to 9")
 
 
 def main():
