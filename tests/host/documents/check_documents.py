@@ -5,8 +5,9 @@
   check_documents.py --self-test   checks a small tree with one mistake of each kind
 
 Checked are links to files and headings, and names in backticks: paths that begin with a folder of the tree, source
-files such as `maskparam.h`, and test files such as `maskparam_test`. Conflict markers are mistakes as well. A name may have `*` and `<placeholder>` in it.
-A path to a program, such as `tests/fuzz/fuzz_record`, counts as there when its source file is.
+files such as `maskparam.h`, and test files such as `maskparam_test`. A name may have `*` and
+`<placeholder>` in it. A path to a program, such as `tests/fuzz/fuzz_record`, counts as there when its source file is.
+Conflict markers are mistakes as well.
 """
 import fnmatch
 import re
