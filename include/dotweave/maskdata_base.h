@@ -9,6 +9,11 @@
 #include <cstdint>
 #include <string>
 
+namespace dotweave {
+enum class ECreationStep : int;
+struct SMaskGeometry;
+} // namespace dotweave
+
 /// The mask object of one print mode: every mask byte of every colour and band position, built once.
 ///
 /// Layout of the bytes, from outermost to innermost: colour plane; band position; mask line, where line
@@ -201,9 +206,10 @@ private:
     bool InitMaskSize();
     void Log_Data();
 
-    bool Param_CanBeBuilt() const;
-    bool Geometry_CanBeBuilt() const;
-    bool MaskSize_CanBeBuilt() const;
+    // What the refusals are decided by: maskdata_base_refusal.cpp
+    bool IsRefusedAt(dotweave::ECreationStep step) const;
+    dotweave::SMaskGeometry Geometry_Get() const;
+    void Geometry_Set(const dotweave::SMaskGeometry& geometry);
 
 public:
     // ---- mask bytes: maskdata_base_assembly.cpp

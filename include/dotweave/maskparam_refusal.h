@@ -16,7 +16,8 @@
 /// The conditions are those that CMaskData_Base::Create checks, from the same table and in the same order; the
 /// reason belongs to the first one that applies.
 /// @param param  any 48 bytes
-/// @return one line of ASCII text without a line end, such as "colorTimes 5 is more than basePass 4; at most 4".
+/// @return one line of ASCII text without a line end, such as
+///         "colorTimes 5 is more than basePass 4; nearest that builds: colorTimes 4".
 ///         It names the field or the combination in the record's own words, the value and the limit, and where
 ///         it is cheap to find the nearest value that builds. Empty when the mode can be built: Create then
 ///         fails only when memory or threads run out.

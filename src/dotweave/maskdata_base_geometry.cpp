@@ -1,21 +1,18 @@
 #include "dotweave/maskdata_base.h"
 
+#include "int32.h"
 #include "log.h"
+#include "maskdata_base_refusal.h"
 #include "maskdata_base_unit.h"
 #include "maskgeometry.h"
 
 #include <cstddef>
-#include <limits>
-#include <numeric>
 
 using namespace dotweave;
 
 namespace {
 
-/// Band positions after which the search for a matrix height is content.
-constexpr int POSITION_COUNT_GOOD = 20;
-
-/// `count` offsets, each one `distance` behind the one before.
+/// `count` offsets, each `distance` more than the one before.
 std::int32_t* Offsets_New(int count, int distance)
 {
     auto* offsets = new std::int32_t[static_cast<std::size_t>(count)];
@@ -28,6 +25,7 @@ std::int32_t* Offsets_New(int count, int distance)
 
 bool CMaskData_Base::InitResParam()
 {
+    const SMaskGeometry geometry = Geometry_Get();
     const int xPasses = m_maskParam_Current.xResPass;
     const int yPasses = m_maskParam_Current.yResPass;
     m_yResStep = Offsets_New(yPasses, m_stepHeight_NoneRes);
@@ -35,44 +33,59 @@ bool CMaskData_Base::InitResParam()
     m_maskWidth = m_baseMaskWidth * xPasses;
     m_stepHeight = m_stepHeight_NoneRes * yPasses;
     m_realStepHeight = m_stepHeight / xPasses / yPasses;
-    int lead = m_leadBlankHeight_NoneRes * yPasses;
-    // Deliberate: reads the current mode, which the feather-none set-up may have switched.
-    if (m_maskParam_Current.featherMode != FeatherMode_Nozzle)
-        lead += m_yResStep[yPasses - 1] + m_xResStep[xPasses - 1];
-    m_leadBlankHeight = lead;
+    m_leadBlankHeight = static_cast<int>(LeadBlank_IncludeRes(geometry));
     m_maskHeight = m_maskHeight_NoneRes * yPasses;
-    if (m_maskHeight > lead) {
+    if (!IsRefusedAt(ECreationStep::Lead)) {
         // Deliberate: the lead computed above only serves as a check.
         m_leadBlankHeight = m_maskHeight - m_realStepHeight;
         return true;
     }
     DOTWEAVE_LOG(MASKDATA_BASE_UNIT, "bool __cdecl CMaskData_Base::InitResParam(void)", 941,
                  SeverityLevel_Info)
-        << "m_maskHeight = " << m_maskHeight << ", m_leadBlankHeight = " << lead;
+        << "m_maskHeight = " << m_maskHeight << ", m_leadBlankHeight = " << m_leadBlankHeight;
     return false;
 }
 
 bool CMaskData_Base::InitMaskSize()
 {
-    // The masks repeat after the least common multiple of the matrix rows in use and the step. Giving up some
-    // rows of the matrix keeps the number of positions, and so the memory, small.
-    constexpr std::int64_t NONE = std::numeric_limits<std::int32_t>::max();
-    const int fullHeight = m_baseMaskHeight;
-    std::int64_t best = NONE;
-    int bestHeight = -1;
-    for (int i = 0; i < fullHeight / 2; ++i) {
-        const int candidate = fullHeight - i;
-        const std::int64_t repeat = std::lcm(std::int64_t{candidate}, std::int64_t{m_stepHeight_NoneRes});
-        if (repeat >= best)
-            continue;
-        best = repeat;
-        bestHeight = candidate;
-        if (best / m_stepHeight_NoneRes <= POSITION_COUNT_GOOD)
-            break;
-    }
-    m_baseMaskHeight = bestHeight;
-    m_positionCount = static_cast<int>(best / m_stepHeight_NoneRes);
-    m_maskLineBytes = static_cast<int>(
-        MaskLineBytes(m_baseMaskWidth, m_maskParam_Current.bitsPerPixel, m_maskParam_Current.xResPass));
-    return true;
+    SMaskGeometry geometry = Geometry_Get();
+    Geometry_MaskSize(geometry);
+    Geometry_Set(geometry);
+    return Int32_Holds(geometry.lineBytes);
+}
+
+int CMaskData_Base::SplitCount_XRes_Get() const
+{
+    return SplitCounts(m_maskParam_Current.resSplitType).x;
+}
+
+int CMaskData_Base::SplitCount_YRes_Get() const
+{
+    return SplitCounts(m_maskParam_Current.resSplitType).y;
+}
+
+SMaskGeometry CMaskData_Base::Geometry_Get() const
+{
+    return {m_maskParam_Input,        m_maskParam_Current,       m_stepHeight_NoneRes,
+            m_maskHeight_NoneRes,     m_leadBlankHeight_NoneRes, m_smooth2PassHeight,
+            m_smooth2PassHeightTotal, m_smooth2FeatherHeight,    m_smooth2FeatherHeightTotal,
+            m_baseMaskHeight,         m_baseMaskWidth,           m_positionCount,
+            m_maskLineBytes};
+}
+
+/// Stores what the next check is going to look at; what does not fit into 32 bits is refused there.
+void CMaskData_Base::Geometry_Set(const SMaskGeometry& geometry)
+{
+    m_maskParam_Current = geometry.param;
+    m_stepHeight_NoneRes = static_cast<std::int32_t>(geometry.step);
+    m_maskHeight_NoneRes = static_cast<std::int32_t>(geometry.height);
+    m_leadBlankHeight_NoneRes = static_cast<std::int32_t>(geometry.lead);
+    m_smooth2PassHeight = static_cast<std::int32_t>(geometry.passZone);
+    m_smooth2PassHeightTotal = static_cast<std::int32_t>(geometry.passZones);
+    m_smooth2FeatherHeight = static_cast<std::int32_t>(geometry.featherZone);
+    m_smooth2FeatherHeightTotal = static_cast<std::int32_t>(geometry.featherZones);
+    m_baseMaskHeight = static_cast<std::int32_t>(geometry.matrixHeight);
+    m_baseMaskWidth = static_cast<std::int32_t>(geometry.matrixWidth);
+    m_positionCount = static_cast<std::int32_t>(geometry.positionCount);
+    m_maskLineBytes = static_cast<std::int32_t>(geometry.lineBytes);
 }

@@ -1,11 +1,18 @@
 #include "dotweave/maskparam_refusal.h"
 
-// The interface alone, for those who build on it; the conditions move here from the mask object next.
+#include "maskdata_base_refusal.h"
+#include "modesearch.h"
 
-std::string MaskParam_Refusal(const SMaskParam& /*param*/)
+using namespace dotweave;
+
+std::string MaskParam_Refusal(const SMaskParam& param)
 {
-    return {};
+    SMaskGeometry geometry;
+    const SRefusal* refusal = Mode_Try(param, geometry);
+    return refusal != nullptr ? refusal->reason(geometry) : std::string();
 }
+
+// Size and warnings come from the same geometry, next.
 
 SMaskSize MaskParam_Size(const SMaskParam& /*param*/)
 {

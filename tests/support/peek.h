@@ -3,6 +3,7 @@
 #include "dotweave/basemaskdata.h"
 #include "dotweave/maskdata_base.h"
 #include "dotweave/maskdatastorage.h"
+#include "maskdata_base_refusal.h"
 #include "maskdatagenerator.h"
 #include "maskdatagenerator_sub.h"
 
@@ -45,7 +46,7 @@ struct SMaskData_Base_Peek {
     bool InitNoneRes() { return mask.InitNoneRes(); }
     bool InitResParam() { return mask.InitResParam(); }
     bool InitMaskSize() { return mask.InitMaskSize(); }
-    bool MaskSize_CanBeBuilt() { return mask.MaskSize_CanBeBuilt(); }
+    bool MaskSize_CanBeBuilt() { return !mask.IsRefusedAt(dotweave::ECreationStep::MaskSize); }
     bool CreateMaskData() { return mask.CreateMaskData(); }
     bool CreateMaskData_Within(unsigned int milliseconds) { return mask.CreateMaskData_Within(milliseconds); }
     bool CreateMaskData_Old() { return mask.CreateMaskData_Old(); }

@@ -1,9 +1,11 @@
 #include "dotweave/maskdata_base.h"
+#include "dotweave/maskparam_refusal.h"
 
 #include "logcapture.h"
 #include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
+#include "randomrecords.h"
 
 #include <gtest/gtest.h>
 
@@ -16,9 +18,6 @@
 #include <vector>
 
 namespace {
-
-constexpr int MOST = std::numeric_limits<int>::max();
-constexpr int LEAST = std::numeric_limits<int>::min();
 
 /// What Create is going to do with a record.
 struct SForecast {
@@ -126,6 +125,7 @@ SForecast Forecast(const SMaskParam& param)
 /// Creates, holds the outcome against the forecast and reads what was built from end to end.
 void ExpectForecast(const SMaskParam& param, const SForecast& forecast)
 {
+    EXPECT_EQ(MaskParam_Refusal(param).empty(), forecast.isBuilt);
     const CLogCapture log;
     CMaskData_Base mask;
     ASSERT_EQ(mask.Create(param), forecast.isBuilt);
@@ -148,63 +148,6 @@ void ExpectForecast(const SMaskParam& param, const SForecast& forecast)
     if (param.featherLevelPercent > 0 || param.featherMode == FeatherMode_None) {
         EXPECT_GT(sum, 0U);
     }
-}
-
-using Random = std::mt19937;
-
-int Pick(Random& random, int least, int most)
-{
-    return least + static_cast<int>(random() % static_cast<unsigned int>(most - least + 1));
-}
-
-/// A value that damaged job files carry: small, at an edge, or anything.
-std::int32_t DamagedValue(Random& random)
-{
-    static constexpr std::array EDGES = {
-        0,     1,     2,     3,     4,    5,        6,        -1,           -2,      99,
-        100,   101,   255,   256,   543,  544,      545,      3947580,      3947581, 31580641,
-        65535, 65536, 46340, 46341, MOST, MOST - 1, MOST / 2, MOST / 2 + 1, LEAST,   LEAST + 1};
-    switch (random() % 3) {
-    case 0:
-        return Pick(random, -3, 130);
-    case 1:
-        return EDGES.at(random() % EDGES.size());
-    default:
-        return static_cast<std::int32_t>(random());
-    }
-}
-
-SMaskParam ValidParam(Random& random)
-{
-    SMaskParam param = {};
-    param.nozzleCount = Pick(random, 24, 120);
-    param.basePass = Pick(random, 1, 4);
-    param.xResPass = Pick(random, 1, 3);
-    param.yResPass = Pick(random, 1, 2);
-    param.colorCount = Pick(random, 1, 2);
-    param.bitsPerPixel = Pick(random, 1, 2);
-    param.featherMode = Pick(random, 0, 1);
-    param.featherPercent = static_cast<float>(Pick(random, 0, 1000)) / 10.0F;
-    param.featherNozzleType = Pick(random, 1, 3);
-    param.colorTimes = Pick(random, 1, param.basePass);
-    param.featherLevelPercent = Pick(random, 0, 100);
-    return param;
-}
-
-using Words = std::array<std::int32_t, 12>;
-
-SMaskParam Damaged(const SMaskParam& param, Random& random)
-{
-    auto words = std::bit_cast<Words>(param);
-    const int count = Pick(random, 1, 3);
-    for (int i = 0; i < count; ++i) {
-        std::int32_t& word = words.at(random() % words.size());
-        if (random() % 4 == 0) // one flipped bit
-            word = std::bit_cast<std::int32_t>(std::bit_cast<std::uint32_t>(word) ^ 1U << random() % 32U);
-        else
-            word = DamagedValue(random);
-    }
-    return std::bit_cast<SMaskParam>(words);
 }
 
 } // namespace
