@@ -7,7 +7,7 @@
 /// Working copies of the threshold matrices: one plane per colour, plane i from matrix i modulo 16.
 /// Shape:         every plane has Height() rows of Width() thresholds, row-major.
 /// Lifetime:      create once on a fresh object; the destructor frees the planes.
-/// Copies:        shallow. Both objects then hold the same planes and only one may be destroyed.
+/// Copies:        shallow. Both objects then share the planes, and only one may be destroyed.
 /// Thread-safety: belongs to the thread that made it; the planes may be read by any number of threads.
 class DOTWEAVE_API CBaseMaskData {
 public:
@@ -18,14 +18,14 @@ public:
 
     /// Builds the planes. A second call on the same object loses the planes of the first.
     /// @param width   columns; up to 544 every cell is filled. Wider rows repeat the matrix row in runs of
-    /// 544
-    ///                of which only the first half of the cells is written (deliberate, see
+    ///                544, of which only the first half of the cells is written (deliberate, see
     ///                docs/deliberate-behaviour.md); the other cells are unspecified.
     /// @param height  rows; row 544 onward comes from the matrices that follow, which must exist
     /// @param count   planes, >= 0
     /// @return true
-    /// @throws std::bad_alloc when memory runs out and for a negative count or plane size; the sizes are
-    ///         stored by then, and the destructor frees what was built
+    /// @throws std::bad_alloc when memory runs out, for a negative count and for planes whose cells are
+    ///         negative or do not fit into 32 bits; the sizes are stored by then, and the destructor frees
+    ///         what was built
     bool Create(int width, int height, int count);
 
     /// The cells of one plane, writable.

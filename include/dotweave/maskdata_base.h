@@ -65,11 +65,12 @@ public:
     bool Create(const SMaskParam& param);
 
     /// The mask bytes of the next band position of one colour.
-    /// @param color     colour plane, 0 to colorCount - 1. A plane of colorCount or more gives null and
-    ///                  leaves the position alone; negative planes are not checked.
+    /// @param color     colour plane, 0 to colorCount - 1. A plane of colorCount or more gives null and does
+    ///                  not change the position; negative planes are not checked.
     /// @param position  the caller's counter, advanced and wrapped by the call: callers start at -1 and so
     ///                  get 0 first; any negative value gives 0
-    /// @return MaskBytes_OnePosition() bytes, valid as long as this object
+    /// @return MaskBytes_OnePosition() bytes, valid as long as this object; null, and the position unchanged,
+    ///         without mask bytes of the present geometry, as after a second Create that failed
     const std::uint8_t* MaskData_Get(int color, int& position) const;
 
     /// The record as the caller gave it to Create.
@@ -144,7 +145,7 @@ public:
     /// @param table  (basePass + 1) feather zones and basePass pass zones of the current layout
     /// @param count  not read
     bool CreateCutTable_Smooth_2(SCutTable* table, int count);
-    /// The pass zones alone, one behind the other, for the current colorTimes.
+    /// The pass zones alone, one after the other, for the current colorTimes.
     /// @param count  not read
     bool CreateCutTable_Smooth_2_Pass(SCutTable* table, int count);
     /// Pass zones that split the scale among all passes once. @return true
@@ -152,7 +153,7 @@ public:
     /// Pass zones in colorTimes groups that split the scale each on their own. @return true
     /// Deliberately without the check of the feather-none builder: colorTimes must not be 0.
     bool CreateCutTable_Smooth_2_Pass_ColorMultipleTimes(SCutTable* passTable);
-    /// The feather zones alone, one behind the other: one ramp over all of them. @return true
+    /// The feather zones alone, one after the other: one ramp over all of them. @return true
     /// @param n  entries of the table
     bool CreateCutTable_Smooth_2_Feather(SCutTable* featherTable, int n);
 
@@ -206,16 +207,17 @@ private:
     bool InitMaskSize();
     void Log_Data();
 
-    // What the refusals are decided by: maskdata_base_refusal.cpp
     bool IsRefusedAt(dotweave::ECreationStep step) const;
+    bool IsBlockOfGeometry() const;
     dotweave::SMaskGeometry Geometry_Get() const;
     void Geometry_Set(const dotweave::SMaskGeometry& geometry);
 
 public:
     // ---- mask bytes: maskdata_base_assembly.cpp
-    /// The cut: sets every pixel of the block whose threshold lies inside the range of its row.
-    /// Block row y is held against cut table entry y; clear pixels are left as they are.
-    /// @return true
+    /// The cut: sets every pixel of the block whose threshold lies inside the range of its row. Cut table
+    /// entry y holds the range of block row y; all other pixels stay as they are.
+    /// @return false, with one log record, for a plane without cells, a depth without a dot value or a block
+    ///         without a byte for every pixel
     static bool GenerateMaskData(SParam_GenerateMaskData& param);
 
 private:

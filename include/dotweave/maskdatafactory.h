@@ -9,7 +9,7 @@ class DOTWEAVE_API CMaskDataFactory {
 public:
     /// Makes and builds a mask object.
     /// Thread-safety: any number of threads at once.
-    /// @return the object, owned by the caller; null, with one log record behind those of Create, for a mode
+    /// @return the object, owned by the caller; null, with one log record after those of Create, for a mode
     ///         that cannot be built. The rejected object is deliberately not destroyed
     ///         (docs/deliberate-behaviour.md).
     /// @throws whatever Create throws; the object is destroyed then

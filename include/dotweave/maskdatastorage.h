@@ -16,7 +16,7 @@ class recursive_mutex;
 ///
 /// Ownership:     the storage owns every object it lists. The pointers it hands out are borrowed and good
 ///                only until the storage evicts or releases the object.
-/// Order:         the object made current or added last stands at the back; the front is evicted first.
+/// Order:         the object made current or added last is at the back; the front is evicted first.
 ///                MaskData_Apply does not move an object that it finds.
 /// Copies:        shallow; storages are not meant to be copied.
 /// Thread-safety: the public operations lock the storage for their whole run, a creation included. The host

@@ -13,14 +13,14 @@
 /// names the nearest value that builds may take a millisecond.
 
 /// Why the library refuses a print mode.
-/// The conditions are those that CMaskData_Base::Create checks, from the same table and in the same order; the
-/// reason belongs to the first one that applies.
+/// The conditions are those that CMaskData_Base::Create checks, from the same table and in the same order;
+/// the reason belongs to the first one that applies.
 /// @param param  any 48 bytes
 /// @return one line of ASCII text without a line end, such as
 ///         "colorTimes 5 is more than basePass 4; nearest that builds: colorTimes 4".
-///         It names the field or the combination in the record's own words, the value and the limit, and where
-///         it is cheap to find the nearest value that builds. Empty when the mode can be built: Create then
-///         fails only when memory or threads run out.
+///         It names the field or the combination in the record's own words, the value and the limit, and
+///         where it is cheap to find the nearest value that builds. Empty when the mode can be built: Create
+///         then fails only when memory or threads run out.
 /// @throws std::bad_alloc when memory runs out
 DOTWEAVE_API std::string MaskParam_Refusal(const SMaskParam& param);
 
@@ -39,8 +39,8 @@ struct SMaskSize {
 DOTWEAVE_API SMaskSize MaskParam_Size(const SMaskParam& param);
 
 /// What a print mode does that its author may not expect. The mode can be built all the same.
-/// @return one line of ASCII text per warning, without line ends; none for most modes and none for a mode that
-///         MaskParam_Refusal gives a reason for. There are warnings about
+/// @return one line of ASCII text per warning, without line ends; none for most modes and none for a mode
+///         that MaskParam_Refusal gives a reason for. There are warnings about
 ///         - hard edges that silently become smooth-2 feathering;
 ///         - colour planes that are cut from the same thresholds, so that their dots coincide;
 ///         - a feather level of 0, which builds a blank mask;

@@ -12,11 +12,11 @@ enum ESinMaskType : std::int32_t {
 
 /// Raised-cosine mask for one band edge: short runs at the sides, full height in the middle.
 /// In every column a run of rows from row 0 down is marked in the Down buffer; the Up buffer is its bitwise
-/// complement. The mask stands in the last MaskHeight_Get() rows of a feather region of FeatherHeight_Get()
+/// complement. The mask covers the last MaskHeight_Get() rows of a feather region of FeatherHeight_Get()
 /// rows.
 /// Shape:         MaskHeight_Get() rows of MaskWidth_Get() bytes, row-major, one byte per dot.
 /// Lifetime:      built once by Create; a second Create loses the buffers of the first.
-/// Copies:        shallow. Both objects then hold the same buffers and only one may be destroyed.
+/// Copies:        shallow. Both objects then share the buffers, and only one may be destroyed.
 /// Thread-safety: after Create any number of threads may read it.
 /// Source:        docs/cut-tables.md, "The sine edge", with the derivation of the curve.
 class DOTWEAVE_API CSineMask {
@@ -32,7 +32,8 @@ public:
     /// @param dotBits        bits per dot, 0 to 2, not checked: a marked byte has the value of a full dot
     /// @param type           SinMaskType_Stored or SinMaskType_Probe (keeps no Down buffer)
     /// @return true on success; false with one log record for any other type
-    /// @throws std::bad_alloc, also when the mask's size comes out negative; the object is then safe to destroy
+    /// @throws std::bad_alloc, also when the mask's size is negative or does not fit into 32 bits; the object
+    ///         is then safe to destroy
     bool Create(int featherHeight, int maskWidth, int dotBits, ESinMaskType type);
 
     /// Marked bytes carry the dot value, all others 0. Null until created and for SinMaskType_Probe.

@@ -19,7 +19,7 @@ void Row_Fill(std::uint16_t* dest, int width, const std::uint16_t* source)
         std::copy_n(source, width, dest);
         return;
     }
-    // Deliberate: a run copies n bytes, not n cells; half of a wide row stays bare
+    // Deliberate: a run copies n bytes, not n cells; half of a wide row stays unwritten
     // (docs/deliberate-behaviour.md).
     for (int column = 0, run = 0; column < width; column += run) {
         run = std::min(width - column, THRESHOLD_MATRIX_SIZE);
@@ -27,7 +27,7 @@ void Row_Fill(std::uint16_t* dest, int width, const std::uint16_t* source)
     }
 }
 
-/// Fills a plane from the table; the matrices follow one another, so rows behind the first matrix exist too.
+/// Fills a plane from the table; the matrices follow one another, so rows after the first matrix exist too.
 void Plane_Fill(std::uint16_t* dest, int width, int height, const std::uint16_t* source)
 {
     if (width == THRESHOLD_MATRIX_SIZE) {
@@ -54,16 +54,13 @@ bool CBaseMaskData::Create(int width, int height, int count)
     m_height = height;
     m_count = count;
     m_maskData = nullptr;
-    // Negative counts and products widen to sizes that no allocator has. The entries start as null so that a
-    // plane that finds no memory leaves nothing behind that Release could trip over.
-    m_maskData = new std::uint16_t* [static_cast<std::size_t>(count)] {};
+    // A second Create loses the planes of the first. The entries start as null, so that Release frees what
+    // was built when a plane finds no memory.
+    m_maskData = new std::uint16_t* [Int32_Size(count)] {};
     for (int plane = 0; plane < count; ++plane) {
-        auto* dest = new std::uint16_t[static_cast<std::size_t>(Int32_Product(width, height))];
+        auto* dest = new std::uint16_t[Int32_Size(width, height)];
         m_maskData[plane] = dest;
-        const std::uint16_t* source =
-            s_rawMaskData +
-            static_cast<std::ptrdiff_t>(plane % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
-        Plane_Fill(dest, width, height, source);
+        Plane_Fill(dest, width, height, Matrix_OfPlane(plane));
     }
     return true;
 }

@@ -15,6 +15,8 @@ namespace dotweave {
 inline constexpr int THRESHOLD_MATRIX_CELLS = THRESHOLD_MATRIX_SIZE * THRESHOLD_MATRIX_SIZE;
 /// Top of the threshold scale; level 0 never prints.
 inline constexpr int THRESHOLD_LEVEL_MAX = 65535;
+/// Workers of one generator.
+inline constexpr int WORKER_COUNT = 6;
 /// A wait without a limit, in milliseconds as the host's threading library takes them.
 inline constexpr unsigned int WAIT_NO_LIMIT = 0xFFFFFFFFU;
 

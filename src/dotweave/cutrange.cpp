@@ -14,8 +14,10 @@ void CutRanges_AppendShares(std::vector<SCutRange>& ranges, int passCount, int r
 std::vector<SCutRange> CutRanges_InGroups(int passCount, int groupCount, int rowsPerPass)
 {
     std::vector<SCutRange> ranges;
+    if (passCount < 1 || groupCount < 1)
+        return ranges;
     const int groupSize = passCount / groupCount;
-    for (int group = 0; group < groupCount - 1; ++group)
+    for (int group = 0; groupSize > 0 && group < groupCount - 1; ++group)
         CutRanges_AppendShares(ranges, groupSize, rowsPerPass);
     CutRanges_AppendShares(ranges, passCount - (groupCount - 1) * groupSize, rowsPerPass);
     return ranges;

@@ -28,7 +28,7 @@ void CutRanges_AppendShares(std::vector<SCutRange>& ranges, int passCount, int r
 
 /// The ranges of groupCount groups of passes, each of which shares the whole scale again. The remainder of
 /// the division goes to the last group, which is deliberately the largest.
-/// @param groupCount  not 0
+/// @return no ranges when either count is below 1
 std::vector<SCutRange> CutRanges_InGroups(int passCount, int groupCount, int rowsPerPass);
 
 /// Expands ranges, in pass order, into consecutive table entries. Bounds are stored truncated to 16 bits.

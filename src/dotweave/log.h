@@ -29,8 +29,8 @@ private:
     boost::log::attributes::named_scope::sentry m_sentry;
 };
 
-/// Pushes the scope, asks the logging core, and only then opens a record that takes what is streamed behind
-/// it:
+/// Pushes the scope, asks the logging core, and only then opens a record of what is streamed into the macro:
+///
 ///     DOTWEAVE_LOG(UNIT, SCOPE, 941, SeverityLevel_Info) << "m_maskHeight = " << m_maskHeight;
 #define DOTWEAVE_LOG(unit, scope, line, severity)                                                            \
     switch (const ::dotweave::CLogScope dotweaveScope(scope, unit, line); 0)                                 \

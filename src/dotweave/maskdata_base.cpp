@@ -6,6 +6,7 @@
 #include "maskdata_base_refusal.h"
 #include "maskdata_base_unit.h"
 #include "maskgeometry.h"
+#include "maskregion.h"
 
 using namespace dotweave;
 
@@ -55,10 +56,23 @@ const std::uint8_t* CMaskData_Base::MaskData_Get(int color, int& position) const
 {
     if (color >= m_maskParam_Current.colorCount)
         return nullptr;
+    if (!IsBlockOfGeometry())
+        return nullptr;
     // Callers start at -1 and so get position 0 first.
     position = position < 0 ? 0 : (position % m_positionCount + 1) % m_positionCount;
-    return m_maskBlock->MaskData_Const() + Int32_Product(color, MaskBytes_OneColor()) +
-           Int32_Product(Int32_Product(position, m_maskHeight), m_maskLineBytes);
+    return m_maskBlock->MaskData_Const() + MaskRegion_FirstByte(color, MaskBytes_OneColor(), position,
+                                                                Int32_Product(m_maskHeight, m_maskLineBytes));
+}
+
+/// Whether the block has room for every position of every colour. After a second Create that failed it is
+/// still the block of the first, while the geometry may be new in part.
+bool CMaskData_Base::IsBlockOfGeometry() const
+{
+    const std::int64_t onePosition = std::int64_t{m_maskHeight} * m_maskLineBytes;
+    const std::int64_t oneColor = MaskBytes_OneColor();
+    return m_maskBlock != nullptr && m_positionCount >= 1 && Int32_Holds(onePosition) &&
+           onePosition * m_positionCount <= oneColor &&
+           oneColor * m_maskParam_Current.colorCount <= m_maskBlock->MaskDataBytesCount();
 }
 
 int CMaskData_Base::MaskBytes_OnePosition() const

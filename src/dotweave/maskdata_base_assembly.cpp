@@ -1,20 +1,39 @@
 #include "dotweave/maskdata_base.h"
 
+#include "constants.h"
 #include "dotweave/basemaskdata.h"
+#include "int32.h"
 #include "kernels/maskkernels.h"
 #include "log.h"
 #include "maskdata_base_unit.h"
 #include "maskdatagenerator.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <vector>
 
 using namespace dotweave;
 
 namespace {
 
-/// The block while its lines are being written. Whatever happens before all of them are, nobody gets to see
-/// bytes that no worker wrote: the block is cleared when the threads are gone.
+bool IsEmpty(const CMaskBlock& block)
+{
+    return block.Width() < 1 || block.Height() < 1;
+}
+
+/// Whether the plane has cells, the depth a dot value and the block a byte for every pixel. The product of a
+/// block's sides wraps at 32 bits.
+bool CanBeCut(const SParam_GenerateMaskData& param)
+{
+    const CMaskBlock& block = *param.maskBlock;
+    return param.baseMaskWidth >= 1 && param.baseMaskHeight >= 1 && param.bitsPerPixel >= 0 &&
+           param.bitsPerPixel < static_cast<int>(std::size(DOT_VALUE)) && block.MaskData_Const() != nullptr &&
+           block.MaskDataBytesCount() == std::int64_t{block.Width()} * block.Height();
+}
+
+/// The block while the workers write its lines. Unless all of them are written, the block is cleared after
+/// the threads have ended, so that nobody sees bytes that no worker wrote.
 class CUnbuiltBlock {
 public:
     explicit CUnbuiltBlock(CMaskBlock& block) : m_block(&block) {}
@@ -35,7 +54,13 @@ private:
 
 bool CMaskData_Base::GenerateMaskData(SParam_GenerateMaskData& param)
 {
-    dotweave::MaskKernel_Cut_Reference(param, {0, param.maskBlock->Height()});
+    static constexpr char SCOPE[] =
+        "bool __cdecl CMaskData_Base::GenerateMaskData(struct SParam_GenerateMaskData &)";
+    if (IsEmpty(*param.maskBlock))
+        return true;
+    if (!CanBeCut(param))
+        return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
+    MaskKernel_Cut_Reference(param, {0, param.maskBlock->Height()});
     return true;
 }
 
@@ -62,7 +87,7 @@ bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
     CBaseMaskData baseMaskData;
     if (!baseMaskData.Create(m_baseMaskWidth, m_baseMaskHeight, m_maskParam_Current.colorCount))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    std::vector<SCutTable> cutTable(static_cast<std::size_t>(m_maskHeight_NoneRes));
+    std::vector<SCutTable> cutTable(Int32_Size(m_maskHeight_NoneRes));
     if (!CreateCutTable(cutTable.data(), m_maskHeight_NoneRes))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     m_maskBlock = CMaskBlock::New_Unwritten(MaskBytes_OneColor(), m_maskParam_Current.colorCount);
@@ -87,7 +112,7 @@ bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
     param.dotBits = BitsPerPixel();
     param.featherNozzleType = m_maskParam_Current.featherNozzleType;
 
-    // The generator stands behind everything that its threads use, so it is gone before any of that is.
+    // Declared after everything that its threads use, so that it is destroyed before any of that.
     CMaskDataGenerator generator;
     if (!generator.Create(param, 0))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);

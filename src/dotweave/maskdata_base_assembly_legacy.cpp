@@ -1,6 +1,7 @@
 #include "dotweave/maskdata_base.h"
 
 #include "dotweave/basemaskdata.h"
+#include "int32.h"
 #include "log.h"
 #include "maskdata_base_unit.h"
 #include "maskregion.h"
@@ -11,18 +12,18 @@
 using namespace dotweave;
 
 /// The mask bytes of CreateMaskData without the sine step, made on the calling thread with the plain loops:
-/// the reference that the generator is held against.
+/// the reference that the generator is compared with.
 bool CMaskData_Base::CreateMaskData_Old()
 {
     static constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateMaskData_Old(void)";
     CBaseMaskData baseMaskData;
     if (!baseMaskData.Create(m_baseMaskWidth, m_baseMaskHeight, m_maskParam_Current.colorCount))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    std::vector<SCutTable> cutTable(static_cast<std::size_t>(m_maskHeight_NoneRes));
+    std::vector<SCutTable> cutTable(Int32_Size(m_maskHeight_NoneRes));
     if (!CreateCutTable(cutTable.data(), m_maskHeight_NoneRes))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     m_maskBlock = new CMaskBlock(MaskBytes_OneColor(), m_maskParam_Current.colorCount);
-    std::vector<CMaskBlock> blocks(static_cast<std::size_t>(XResPass()));
+    std::vector<CMaskBlock> blocks(Int32_Size(XResPass()));
     for (CMaskBlock& block : blocks)
         block.Initialize(m_baseMaskWidth, m_maskHeight_NoneRes);
 

@@ -2,6 +2,7 @@
 
 #include "constants.h"
 #include "cutrange.h"
+#include "int32.h"
 #include "log.h"
 #include "maskdata_base_unit.h"
 #include "slidingramp.h"
@@ -16,8 +17,8 @@ bool CMaskData_Base::CreateCutTable_Smooth_2(SCutTable* table, int /*count*/)
 {
     static constexpr char SCOPE[] =
         "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_2(struct SCutTable *,int)";
-    std::vector<SCutTable> pass(static_cast<std::size_t>(m_smooth2PassHeightTotal));
-    std::vector<SCutTable> feather(static_cast<std::size_t>(m_smooth2FeatherHeightTotal));
+    std::vector<SCutTable> pass(Int32_Size(m_smooth2PassHeightTotal));
+    std::vector<SCutTable> feather(Int32_Size(m_smooth2FeatherHeightTotal));
     if (!CreateCutTable_Smooth_2_Pass(pass.data(), m_smooth2PassHeightTotal) ||
         !CreateCutTable_Smooth_2_Feather(feather.data(), m_smooth2FeatherHeightTotal))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);

@@ -2,8 +2,10 @@
 
 #include "constants.h"
 #include "cutrange.h"
+#include "int32.h"
 #include "log.h"
 #include "maskdata_base_unit.h"
+#include "maskgeometry.h"
 #include "slidingramp.h"
 
 #include <algorithm>
@@ -57,8 +59,7 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes(SCutTable* table, int
 bool CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_1(SCutTable* table, int n, int stepRows,
                                                                    int featherLevelPercent)
 {
-    const std::int64_t level = std::int64_t{featherLevelPercent} * THRESHOLD_LEVEL_MAX / 100;
-    SlidingRamp_Fill(table, n, stepRows, static_cast<int>(level));
+    SlidingRamp_Fill(table, n, stepRows, FeatherLevel(featherLevelPercent));
     return true;
 }
 
@@ -69,9 +70,9 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_2(SCutTabl
         "*,int)";
     if (!CreateCutTable_Smooth_3_ColorOneTimes(table, n))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    std::transform(table, table + n, table, [factor = m_maskParam_Current.colorTimes](SCutTable range) {
-        return Range_Widened(range, factor);
-    });
+    std::transform(
+        table, table + std::max(n, 0), table,
+        [factor = m_maskParam_Current.colorTimes](SCutTable range) { return Range_Widened(range, factor); });
     return true;
 }
 
@@ -83,12 +84,12 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(SCutTabl
     const int times = m_maskParam_Current.colorTimes;
     const int step = m_stepHeight_NoneRes;
     const int passesPerGroup = m_maskParam_Current.basePass / times;
-    const int groupRows = step * passesPerGroup;
-    std::vector<SCutTable> group(static_cast<std::size_t>(groupRows));
+    const int groupRows = Int32_Product(step, passesPerGroup);
+    std::vector<SCutTable> group(Int32_Size(groupRows));
     if (!CreateCutTable_FeatherNone_ColorOneTimes(group.data(), groupRows, step, passesPerGroup))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    const int rampRows = n - (times - 1) * groupRows;
-    std::vector<SCutTable> ramp(static_cast<std::size_t>(rampRows));
+    const int rampRows = static_cast<int>(n - std::int64_t{std::max(times - 1, 0)} * groupRows);
+    std::vector<SCutTable> ramp(Int32_Size(rampRows));
     CreateCutTable_Smooth_3_ColorOneTimes_Style_1(ramp.data(), rampRows, step,
                                                   m_maskParam_Current.featherLevelPercent);
     for (int copy = 0; copy < times - 1; ++copy)
@@ -102,6 +103,8 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(SCutTable* ta
     static constexpr char SCOPE[] =
         "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(struct SCutTable "
         "*,int,int)";
+    if (n < 1 || stepRows < 1)
+        return true; // no rows, or no zones to lay them out in
     const int passes = n / stepRows;
     const int rest = n % stepRows;
     CreateCutTable_FeatherNone_ColorOneTimes(table, n, stepRows, passes);
@@ -109,7 +112,7 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(SCutTable* ta
         return true;
     // The rest rows at the band's end share their image rows with the first rest rows of every zone before
     // them: those rows form a smaller table of the same kind, one pass richer.
-    std::vector<SCutTable> shared(static_cast<std::size_t>(passes + 1) * static_cast<std::size_t>(rest));
+    std::vector<SCutTable> shared(Int32_Size(passes + 1, rest));
     if (!CreateCutTable_Smooth_3_ColorOneTimes_Style_2(shared.data(), (passes + 1) * rest, rest))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     for (int zone = 0; zone <= passes; ++zone)

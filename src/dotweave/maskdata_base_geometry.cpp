@@ -73,7 +73,7 @@ SMaskGeometry CMaskData_Base::Geometry_Get() const
             m_maskLineBytes};
 }
 
-/// Stores what the next check is going to look at; what does not fit into 32 bits is refused there.
+/// Stores what the next check reads; the check refuses what does not fit into 32 bits.
 void CMaskData_Base::Geometry_Set(const SMaskGeometry& geometry)
 {
     m_maskParam_Current = geometry.param;

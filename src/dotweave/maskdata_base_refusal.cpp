@@ -42,8 +42,15 @@ bool AreZonesBroken(const SMaskGeometry& geometry)
            geometry.passZones + geometry.featherZones > geometry.height;
 }
 
-/// Whether the lead blank leaves a band is for the resolution set-up to say. Here it only has to fit, together
-/// with the offsets of the last resolution passes, which are less than another band.
+/// The builder of smooth-2 tables never reads the step, so zones that fill the band make up for any step.
+bool IsFilledByZones(const SMaskGeometry& geometry)
+{
+    return IsSmooth_2(geometry) && !AreZonesBroken(geometry) &&
+           geometry.passZones + geometry.featherZones == geometry.height;
+}
+
+/// The resolution set-up checks that the lead blank leaves a band. Here it only has to fit, together with the
+/// offsets of the last resolution passes, which are less than another band.
 bool AreLinesTooMany(const SMaskGeometry& geometry)
 {
     const std::int64_t lines = Position_Lines(geometry);
@@ -62,8 +69,8 @@ bool IsPositionTooLarge(const SMaskGeometry& geometry)
 using enum ECreationStep;
 using G = const SMaskGeometry&;
 
-// A field that the mode never reads is no reason to refuse. At one step the first condition that applies gives the
-// reason, and conditions may rely on those before them.
+// A field that the mode never reads is no reason to refuse. At one step the first condition that applies
+// gives the reason, and conditions may rely on those before them.
 constexpr SRefusal REFUSALS[] = {
     {ColorTimes, [](G g) { return g.param.basePass < 1; }, Reason_BasePass},
     {ColorTimes, [](G g) { return g.param.colorTimes < 1; }, Reason_ColorTimes_TooFew},
@@ -89,7 +96,7 @@ constexpr SRefusal REFUSALS[] = {
 
     // Layouts whose cut table would be longer than the band. The library's own are never among them.
     {Band, [](G g) { return g.height < 1 || g.step < 1; }, Reason_Layout},
-    {Band, [](G g) { return g.step > g.height; }, Reason_Layout},
+    {Band, [](G g) { return g.step > g.height && !IsFilledByZones(g); }, Reason_Layout},
     {Band, [](G g) { return Layout_Of(g.param) == ELayout::None && g.param.basePass * g.step > g.height; },
      Reason_Layout},
     {Band, [](G g) { return IsSmooth_2(g) && AreZonesBroken(g); }, Reason_Layout},
@@ -101,8 +108,8 @@ constexpr SRefusal REFUSALS[] = {
     {MaskSize, [](G g) { return g.matrixHeight < 1 || g.matrixWidth < 1 || g.positionCount < 1; },
      Reason_NoRepeat},
     {MaskSize, IsPositionTooLarge, Reason_Position},
-    {MaskSize, [](G g) { return !Int32_Holds(g.matrixWidth * g.matrixHeight * 2 * g.param.colorCount); },
-     Reason_Plane},
+    // The cells of a plane are counted in 32 bits. All planes together may take what memory there is.
+    {MaskSize, [](G g) { return !Int32_Holds(g.matrixWidth * g.matrixHeight); }, Reason_Plane},
     {MaskSize, [](G g) { return !Int32_Holds(OneColor_Bytes(g)); }, Reason_OneColor},
     {MaskSize, [](G g) { return !Int32_Holds(OneColor_Bytes(g) * g.param.colorCount); }, Reason_AllColors},
 };

@@ -5,8 +5,8 @@
 #include <string>
 
 /// @file
-/// The conditions under which the library refuses a mode, in one table: the mask object refuses by it, and the
-/// reasons that a host is given come from it.
+/// The conditions under which the library refuses a mode, in one table: the mask object refuses by it, and
+/// the reasons that a host is given come from it.
 
 namespace dotweave {
 

@@ -12,7 +12,7 @@ using namespace dotweave;
 
 namespace {
 
-/// Rows of the sample table, and the rows at either end whose bound stands at the end of the scale.
+/// Rows of the sample table, and the rows at either end whose bound is the end of the scale.
 constexpr int SAMPLE_ROWS = 80;
 constexpr int SAMPLE_STEP_ROWS = 30;
 /// The ramp of the sample table: 51 steps of 1285 span the whole threshold scale exactly.

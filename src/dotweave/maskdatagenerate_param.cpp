@@ -1,13 +1,16 @@
 #include "maskdatagenerate_param.h"
 
+#include "maskregion.h"
+
 #include <algorithm>
 
 namespace dotweave {
 
 std::uint8_t* ItemLines_First(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)
 {
-    return param.pMaskBlock->MaskData() + static_cast<std::ptrdiff_t>(item.color) * param.maskBytes_OneColor +
-           static_cast<std::ptrdiff_t>(item.position) * param.maskBytes_OnePosition +
+    return param.pMaskBlock->MaskData() +
+           MaskRegion_FirstByte(item.color, param.maskBytes_OneColor, item.position,
+                                param.maskBytes_OnePosition) +
            static_cast<std::ptrdiff_t>(item.splitIndex_YRes) * param.maskLineBytes;
 }
 

@@ -3,6 +3,7 @@
 #include "constants.h"
 #include "dotweave/maskparam.h"
 #include "log.h"
+#include "maskgeometry.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,8 +17,6 @@ namespace {
 
 constexpr char UNIT[] = "maskdatagenerator";
 
-/// Workers of one generator, whatever the caller asks for.
-constexpr int WORKER_COUNT = 6;
 /// Longest sleep for a free work item, in milliseconds.
 constexpr unsigned int FREE_WAIT_MS = 100;
 /// Longest look at one worker before the producer's loop comes round again, in milliseconds.
@@ -60,8 +59,7 @@ bool CMaskDataGenerator::Init_SinMask()
     if (m_param.featherNozzleType != FeatherNozzle_Smooth_3_Sine)
         return true;
     // The feather rows are the part of a band that overlaps the next one.
-    const int rest = m_param.blockHeight % m_param.rowStep;
-    const int featherHeight = rest != 0 ? rest : m_param.rowStep;
+    const int featherHeight = FeatherRows(m_param.blockHeight, m_param.rowStep);
     m_sineMask = std::make_unique<CSineMask>();
     if (!m_sineMask->Create(featherHeight, m_param.thresholdWidth, m_param.dotBits, SinMaskType_Stored))
         return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator::Init_SinMask(void)", __LINE__);

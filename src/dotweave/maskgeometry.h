@@ -1,5 +1,6 @@
 #pragma once
 
+#include "constants.h"
 #include "dotweave/maskparam.h"
 
 #include <algorithm>
@@ -7,8 +8,8 @@
 
 /// @file
 /// The numbers of a mask, computed from its record: how the head divides into steps and zones, how many band
-/// positions there are, how many bytes they take. Sizes are 64 bits wide until they are known to fit; the mask
-/// object keeps them in 32 bits.
+/// positions there are, how many bytes they take. Sizes are 64 bits wide until they are known to fit; the
+/// mask object keeps them in 32 bits.
 
 namespace dotweave {
 
@@ -58,8 +59,8 @@ void Geometry_FeatherNone(SMaskGeometry& geometry);
 void Geometry_Smooth_2(SMaskGeometry& geometry);
 /// Smooth-3. Sets the step and the height alone when the step is below 1.
 void Geometry_Smooth_3(SMaskGeometry& geometry);
-/// Chooses the matrix height, and with it the number of positions; sets the bytes of a line too. The height is
-/// -1, or there are no positions, when no matrix height lets the masks repeat within 32 bits of rows.
+/// Chooses the matrix height, and with it the number of positions; sets the bytes of a line too. The height
+/// is -1, or there are no positions, when no matrix height lets the masks repeat within 32 bits of rows.
 void Geometry_MaskSize(SMaskGeometry& geometry);
 
 // ---- arithmetic that more than one place needs
@@ -105,14 +106,26 @@ constexpr int SineMaskRows(int featherHeight, int maskWidth)
     return std::min(featherHeight / 2, maskWidth / 10);
 }
 
+/// Whether dots of a band's last feather rows move along a sine curve. Deliberate: whatever featherMode is.
+constexpr bool HasSineEdge(const SMaskParam& param)
+{
+    return param.featherNozzleType == FeatherNozzle_Smooth_3_Sine;
+}
+
+/// Top of the smooth-3 ramps on the threshold scale.
+constexpr int FeatherLevel(int featherLevelPercent)
+{
+    return static_cast<int>(std::int64_t{featherLevelPercent} * THRESHOLD_LEVEL_MAX / 100);
+}
+
 /// Bytes of one mask line at full width: its pixels, rounded up to whole bytes.
 constexpr std::int64_t MaskLineBytes(std::int64_t baseWidth, std::int64_t bitsPerPixel, std::int64_t xResPass)
 {
     return (baseWidth * bitsPerPixel * xResPass + 7) / 8;
 }
 
-/// Lead blank in mask lines, as the resolution set-up checks it. Hard edges add the offsets of the last Y and the
-/// last X resolution pass.
+/// Lead blank in mask lines, as the resolution set-up checks it. Hard edges add the offsets of the last Y and
+/// the last X resolution pass.
 std::int64_t LeadBlank_IncludeRes(const SMaskGeometry& geometry);
 
 } // namespace dotweave

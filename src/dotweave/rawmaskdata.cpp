@@ -3,8 +3,6 @@
 #include "constants.h"
 #include "rawmaskdata_table.h"
 
-#include <cstddef>
-
 using namespace dotweave;
 
 int CRawMaskData::Width()
@@ -19,6 +17,5 @@ int CRawMaskData::Height()
 
 const std::uint16_t* CRawMaskData::RawData(int index)
 {
-    return s_rawMaskData +
-           static_cast<std::ptrdiff_t>(index % THRESHOLD_MATRIX_COUNT) * THRESHOLD_MATRIX_CELLS;
+    return Matrix_OfPlane(index);
 }

@@ -6,8 +6,9 @@
 #include <string>
 
 /// @file
-/// The reasons of the conditions in maskdata_base_refusal.cpp, one sentence each: the field or the combination in
-/// the record's own words, the value and the limit, and the nearest value that builds where one is found at once.
+/// The reasons of the conditions in maskdata_base_refusal.cpp, one sentence each: the field or the
+/// combination in the record's own words, the value and the limit, and the nearest value that builds where
+/// one is found at once.
 
 namespace dotweave {
 

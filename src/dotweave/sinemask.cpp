@@ -3,6 +3,7 @@
 #include "constants.h"
 #include "int32.h"
 #include "log.h"
+#include "maskgeometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,9 +16,9 @@ namespace {
 
 constexpr char UNIT[] = "sinemask";
 
-/// Last marked row of a column, which may lie just behind the mask's last one: one period of a raised cosine over the width, from 0 at the sides to the
-/// mask's height in the middle. The constants and the order of the operations are agreed; a library value of
-/// pi would round differently at the boundaries.
+/// Last marked row of a column, which may be one past the mask's last row: one period of a raised cosine over
+/// the width, from 0 at the sides to the mask's height in the middle. The constants and the order of the
+/// operations are agreed; a library value of pi would round differently at the boundaries.
 int LastMarkedRow(int column, int width, int height)
 {
     const double angle = column * 6.2831852 / width - 1.5707963;
@@ -41,7 +42,7 @@ bool CSineMask::Create(int featherHeight, int maskWidth, int dotBits, ESinMaskTy
     m_sinMaskType = type;
     m_dotBits = dotBits;
     m_maskWidth = maskWidth;
-    m_maskHeight = std::min(featherHeight / 2, maskWidth / 10);
+    m_maskHeight = SineMaskRows(featherHeight, maskWidth);
     if (!GenerateMaskData_Down())
         return Log_Failure(UNIT, "bool __cdecl CSineMask::Create(int,int,int,enum ESinMaskType)", __LINE__);
     return GenerateMaskData_Up_By_Down();
@@ -60,17 +61,18 @@ int CSineMask::SineMask_Offset_InFeather() const
 bool CSineMask::GenerateMaskData_Down()
 {
     static constexpr char SCOPE[] = "bool __cdecl CSineMask::GenerateMaskData_Down(void)";
-    const int size = Int32_Product(m_maskWidth, m_maskHeight);
     if (m_sinMaskType == SinMaskType_Stored) {
-        m_maskSize = size;
-        m_maskBuffer_Down = new std::uint8_t[static_cast<std::size_t>(size)];
+        const std::size_t size = Int32_Size(m_maskWidth, m_maskHeight);
+        m_maskBuffer_Down = new std::uint8_t[size];
+        m_maskSize = static_cast<std::int32_t>(size);
         if (!GenerateMaskData_Byte_Down(m_maskBuffer_Down, m_maskSize))
             return Log_Failure(UNIT, SCOPE, __LINE__);
         return true;
     }
     if (m_sinMaskType == SinMaskType_Probe) {
-        const auto probe = std::make_unique<std::uint8_t[]>(static_cast<std::size_t>(size));
-        if (!GenerateMaskData_Byte_Down(probe.get(), size))
+        const std::size_t size = Int32_Size(m_maskWidth, m_maskHeight);
+        const auto probe = std::make_unique<std::uint8_t[]>(size);
+        if (!GenerateMaskData_Byte_Down(probe.get(), static_cast<int>(size)))
             return Log_Failure(UNIT, SCOPE, __LINE__);
         return true;
     }

@@ -39,6 +39,8 @@ inline constexpr char SCOPE_TABLE_SMOOTH_3_TIMES_2[] =
 inline constexpr char SCOPE_TABLE_SMOOTH_3_ONCE_2[] =
     "bool __cdecl CMaskData_Base::CreateCutTable_Smooth_3_ColorOneTimes_Style_2(struct SCutTable *,int,int)";
 inline constexpr char SCOPE_MASK_DATA[] = "bool __cdecl CMaskData_Base::CreateMaskData(void)";
+inline constexpr char SCOPE_MASK_CUT[] =
+    "bool __cdecl CMaskData_Base::GenerateMaskData(struct SParam_GenerateMaskData &)";
 inline constexpr char SCOPE_MASK_DATA_OLD[] = "bool __cdecl CMaskData_Base::CreateMaskData_Old(void)";
 inline constexpr char SCOPE_OUTPUT[] =
     "bool __cdecl CMaskData_Base::OutputCutTable(const struct SCutTable *,int,class std::basic_string<char,"

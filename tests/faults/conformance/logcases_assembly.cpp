@@ -125,6 +125,13 @@ std::vector<SLogCase> LogCases_Assembly()
                      },
                      {Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WAIT), Failure(UNIT_MASK, SCOPE_MASK_DATA),
                       MaskCreateFailure(120)}});
+    cases.push_back({"CutInADepthWithoutADotValue",
+                     [] {
+                         SLaidOut laidOut(MaskParam_Plain());
+                         laidOut.peek.Current().bitsPerPixel = 3;
+                         return !laidOut.isDone || laidOut.peek.CreateMaskData_Old();
+                     },
+                     {Failure(UNIT_MASK, SCOPE_MASK_CUT), Failure(UNIT_MASK, SCOPE_MASK_DATA_OLD)}});
     cases.push_back({"DumpIntoAFolderThatIsNotThere",
                      [] {
                          const std::filesystem::path path = std::filesystem::path(testing::TempDir()) /

@@ -15,7 +15,6 @@ std::vector<SUnreachedLog> LogStatements_Unreached()
         {SCOPE_TABLE_SMOOTH_3_ONCE_2, "the table of the rows left over fails", always},
         {SCOPE_MASK_DATA, "the threshold planes cannot be made", always},
         {SCOPE_MASK_DATA_OLD, "the threshold planes cannot be made", always},
-        {SCOPE_MASK_DATA_OLD, "the cut fails", "it always returns true"},
         {SCOPE_SINE_DOWN, "the stored profile cannot be drawn", "it always returns true"},
         {SCOPE_SINE_DOWN, "the probe's profile cannot be drawn", "it always returns true"},
         {SCOPE_GENERATOR_SINE, "the sine mask cannot be made",

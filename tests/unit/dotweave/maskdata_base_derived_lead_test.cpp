@@ -57,7 +57,7 @@ Records NoBandLeft(int lead)
 
 } // namespace
 
-TEST(MaskDataBaseDerivedLead, OneThatLeavesNoBandIsRefusedByTheResolutionSetUp)
+TEST(DerivedLead, RefusedWhenItLeavesNoBand)
 {
     EXPECT_EQ(RefusalOf(100, FeatherMode_Nozzle), NoBandLeft(200));
     EXPECT_EQ(RefusalOf(101, FeatherMode_Nozzle), NoBandLeft(202));
@@ -68,7 +68,7 @@ TEST(MaskDataBaseDerivedLead, OneThatLeavesNoBandIsRefusedByTheResolutionSetUp)
     EXPECT_EQ(RefusalOf(MOST / 2 - 100, FeatherMode_None), NoBandLeft(MOST - 161));
 }
 
-TEST(MaskDataBaseDerivedLead, OneThatHasNoRoomInThirtyTwoBitsIsRefusedBeforeTheResolutionSetUp)
+TEST(DerivedLead, RefusedBeyond32Bits)
 {
     for (const int featherMode : {FeatherMode_Nozzle, FeatherMode_None}) {
         for (const int lead : {MOST / 2 - 99, MOST / 2 + 1, MOST, LEAST / 2 - 1, LEAST})
@@ -76,7 +76,7 @@ TEST(MaskDataBaseDerivedLead, OneThatHasNoRoomInThirtyTwoBitsIsRefusedBeforeTheR
     }
 }
 
-TEST(MaskDataBaseDerivedLead, AnyOtherOnlyServesAsTheCheck)
+TEST(DerivedLead, OtherwiseOnlyServesAsTheCheck)
 {
     const CLogCapture log;
     for (const int lead : {99, 0, -1, LEAST / 2}) {

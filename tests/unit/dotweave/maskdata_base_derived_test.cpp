@@ -74,7 +74,7 @@ Records RefusalOf(CHookedMask& mask, const SMaskParam& param)
 
 } // namespace
 
-TEST(MaskDataBaseDerived, VirtualStepsFollowTheDestructorInTheAgreedOrder)
+TEST(Derived, VirtualStepsFollowTheDestructor)
 {
 #if defined(__GXX_ABI_VERSION) && defined(__x86_64__)
     constexpr std::ptrdiff_t SLOT = sizeof(void*); // the destructor takes two slots in this ABI
@@ -84,7 +84,7 @@ TEST(MaskDataBaseDerived, VirtualStepsFollowTheDestructorInTheAgreedOrder)
 #endif
 }
 
-TEST(MaskDataBaseDerived, SetUpStepsAreCalledThroughTheVirtualTable)
+TEST(Derived, SetUpStepsAreCalledThroughTheVirtualTable)
 {
     CHookedMask hard;
     ASSERT_TRUE(static_cast<CMaskData_Base&>(hard).Create(MaskParam_Plain()));
@@ -100,7 +100,7 @@ TEST(MaskDataBaseDerived, SetUpStepsAreCalledThroughTheVirtualTable)
     EXPECT_EQ(smooth2.m_calls, std::vector<std::string>({"ResParam"}));
 }
 
-TEST(MaskDataBaseDerived, StepsFindWhatTheStepsBeforeThemSet)
+TEST(Derived, StepsFindWhatTheStepsBeforeThemSet)
 {
     SMaskParam param = MaskParam_Plain();
     param.basePass = 4;
@@ -128,7 +128,7 @@ TEST(MaskDataBaseDerived, StepsFindWhatTheStepsBeforeThemSet)
     EXPECT_EQ(SMaskData_Base_Peek{mask}.PositionCount(), 4);
 }
 
-TEST(MaskDataBaseDerived, FailingAssemblyLogsThroughEveryLevel)
+TEST(Derived, FailingAssemblyLogsThroughEveryLevel)
 {
     CHookedMask unknownMode;
     unknownMode.m_resParam = [&](SMaskData_Base_Peek peek) {
@@ -160,7 +160,7 @@ TEST(MaskDataBaseDerived, FailingAssemblyLogsThroughEveryLevel)
               Records({Failure(UNIT_MASK, SCOPE_MASK_DATA), Failure(UNIT_MASK, SCOPE_MASK_CREATE, 120)}));
 }
 
-TEST(MaskDataBaseDerived, ADerivedObjectMayReplaceTheGeometry)
+TEST(Derived, ADerivedObjectMayReplaceTheGeometry)
 {
     CHookedMask mask;
     mask.m_featherNone = [](SMaskData_Base_Peek peek) {
@@ -181,7 +181,7 @@ TEST(MaskDataBaseDerived, ADerivedObjectMayReplaceTheGeometry)
     EXPECT_NE(mask.MaskData_Get(0, position), nullptr);
 }
 
-TEST(MaskDataBaseDerived, RefusalByAReplacedStepFailsTheCreation)
+TEST(Derived, RefusalByAReplacedStepFailsTheCreation)
 {
     const auto refuse = [](SMaskData_Base_Peek) { return false; };
     CHookedMask none;
@@ -199,7 +199,7 @@ TEST(MaskDataBaseDerived, RefusalByAReplacedStepFailsTheCreation)
     EXPECT_EQ(SMaskData_Base_Peek{resolution}.MaskBlock(), nullptr);
 }
 
-TEST(MaskDataBaseDerived, NonsenseOfAReplacedSetUpIsRefused)
+TEST(Derived, NonsenseOfAReplacedSetUpIsRefused)
 {
     constexpr int MOST = std::numeric_limits<int>::max();
     constexpr int LEAST = std::numeric_limits<int>::min();
@@ -238,7 +238,7 @@ TEST(MaskDataBaseDerived, NonsenseOfAReplacedSetUpIsRefused)
     EXPECT_EQ(RefusalOf(overlong, hard), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
 }
 
-TEST(MaskDataBaseDerived, NonsenseZonesOfAReplacedSetUpAreRefused)
+TEST(Derived, NonsenseZonesOfAReplacedSetUpAreRefused)
 {
     constexpr int MOST = std::numeric_limits<int>::max();
     struct SZones {
@@ -266,4 +266,62 @@ TEST(MaskDataBaseDerived, NonsenseZonesOfAReplacedSetUpAreRefused)
         param.basePass = 2;
         EXPECT_EQ(RefusalOf(mask, param), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
     }
+}
+
+TEST(Derived, AMatrixWidthOfNothingIsRefused)
+{
+    for (const int width : {0, -1, std::numeric_limits<int>::min()}) {
+        CHookedMask mask;
+        mask.m_resParam = [&](SMaskData_Base_Peek peek) {
+            peek.BaseMaskWidth() = width;
+            return mask.OwnResParam();
+        };
+        EXPECT_EQ(RefusalOf(mask, MaskParam_Plain()), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 119)}));
+    }
+}
+
+TEST(Derived, AStepLostInTheResolutionSetUpIsRefused)
+{
+    CHookedMask mask;
+    mask.m_resParam = [&](SMaskData_Base_Peek peek) {
+        const bool isDone = mask.OwnResParam();
+        peek.StepHeight_NoneRes() = 0;
+        return isDone;
+    };
+    EXPECT_EQ(RefusalOf(mask, MaskParam_Plain()), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 119)}));
+}
+
+TEST(Derived, ZonesThatFillTheBandMakeUpForAnyStep)
+{
+    // 2 passes: 3 feather zones of 10 rows and 2 pass zones of 35 make 100 rows; the step plays no part in
+    // them.
+    const auto smooth2 = [](int step, int height) {
+        return [=](SMaskData_Base_Peek peek) {
+            peek.Current().featherMode = FeatherMode_Nozzle;
+            peek.Current().featherNozzleType = FeatherNozzle_Smooth_2;
+            peek.StepHeight_NoneRes() = step;
+            peek.MaskHeight_NoneRes() = height;
+            peek.LeadBlankHeight_NoneRes() = 0;
+            peek.Smooth2PassHeight() = 35;
+            peek.Smooth2PassHeightTotal() = 70;
+            peek.Smooth2FeatherHeight() = 10;
+            peek.Smooth2FeatherHeightTotal() = 30;
+            return true;
+        };
+    };
+    SMaskParam param = MaskParam_Plain();
+    param.basePass = 2;
+    for (const int step : {100, 101, 136, 544}) {
+        CHookedMask mask;
+        mask.m_featherNone = smooth2(step, 100);
+        EXPECT_TRUE(mask.Create(param)) << step;
+        EXPECT_EQ(mask.MaskHeight_IncludeRes(), 100);
+    }
+    CHookedMask loose; // a row that no zone fills
+    loose.m_featherNone = smooth2(102, 101);
+    EXPECT_EQ(RefusalOf(loose, param), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
+    CHookedMask steep; // a step that Y resolution takes out of 32 bits
+    param.yResPass = 2;
+    steep.m_featherNone = smooth2(std::numeric_limits<int>::max() / 2 + 1, 100);
+    EXPECT_EQ(RefusalOf(steep, param), Records({Failure(UNIT_MASK, SCOPE_MASK_CREATE, 117)}));
 }

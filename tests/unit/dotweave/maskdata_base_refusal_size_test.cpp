@@ -1,4 +1,5 @@
 #include "dotweave/maskdata_base.h"
+#include "dotweave/maskparam_refusal.h"
 
 #include "logcapture.h"
 #include "maskparams.h"
@@ -37,7 +38,7 @@ bool IsSizeAccepted(const SSizes& sizes)
 
 } // namespace
 
-TEST(MaskDataBaseRefusalSize, MaskLinesOfMoreBitsThanThirtyTwoBitsCount)
+TEST(RefusalSize, MaskLinesBeyondThirtyTwoBits)
 {
     // 544 * 3947580 + 7 = 2147483527; one X pass more is 544 bits too many. With 2 bits: 1088 * 1973790.
     struct SCase {
@@ -56,7 +57,7 @@ TEST(MaskDataBaseRefusalSize, MaskLinesOfMoreBitsThanThirtyTwoBitsCount)
     }
 }
 
-TEST(MaskDataBaseRefusalSize, OnePositionOfMoreThanThirtyTwoBits)
+TEST(RefusalSize, OnePositionOfMoreThanThirtyTwoBits)
 {
     // 68 * 31580641 = 2147483588 bytes fit, and it is the next limit that refuses them.
     SMaskParam param = MaskParam_Plain();
@@ -79,7 +80,7 @@ TEST(MaskDataBaseRefusalSize, OnePositionOfMoreThanThirtyTwoBits)
     EXPECT_EQ(RefusalOf(param), Records({CreateFailure(117)}));
 }
 
-TEST(MaskDataBaseRefusalSize, OneColorOfMoreThanThirtyTwoBits)
+TEST(RefusalSize, OneColorOfMoreThanThirtyTwoBits)
 {
     // 17 positions of 68 bytes: 1156 * 1857684 = 2147482704; a row more is 2147483860.
     EXPECT_TRUE(IsSizeAccepted({1857684, 17, 68, 1, 1, 1, 544}));
@@ -89,7 +90,7 @@ TEST(MaskDataBaseRefusalSize, OneColorOfMoreThanThirtyTwoBits)
     EXPECT_FALSE(IsSizeAccepted({31580641, MOST, 68, 1, 1, 1, 544}));
 }
 
-TEST(MaskDataBaseRefusalSize, AllColorsOfMoreThanThirtyTwoBits)
+TEST(RefusalSize, AllColorsOfMoreThanThirtyTwoBits)
 {
     // 5440 rows of 272 bytes are 1479680; 1451 colours are 2147015680, one more is 2148495360.
     EXPECT_TRUE(IsSizeAccepted({5440, 1, 272, 2, 1, 1451, 544}));
@@ -105,21 +106,19 @@ TEST(MaskDataBaseRefusalSize, AllColorsOfMoreThanThirtyTwoBits)
     EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
 }
 
-TEST(MaskDataBaseRefusalSize, ThresholdPlanesOfMoreThanThirtyTwoBits)
+TEST(RefusalSize, ThresholdPlanesMayTakeAnyMemory)
 {
-    // A plane of 544 * 544 cells is 591872 bytes; 3628 are 2147311616, one more is 2147903488.
-    EXPECT_TRUE(IsSizeAccepted({136, 4, 68, 1, 1, 3628, 544}));
-    EXPECT_FALSE(IsSizeAccepted({136, 4, 68, 1, 1, 3629, 544}));
+    // A plane of 544 * 544 cells is 591872 bytes, so 3629 are more than 2147483647. No sum of them is ever
+    // formed.
+    EXPECT_TRUE(IsSizeAccepted({136, 4, 68, 1, 1, 3629, 544}));
+    EXPECT_TRUE(IsSizeAccepted({1, 273, 68, 1, 1, 7231, 273}));
     SMaskParam param = MaskParam_Plain();
     param.nozzleCount = 136;
     param.colorCount = 3629;
-    EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
-    // Lower matrices allow more: 273 rows are 297024 bytes, and 7230 planes 2147483520.
-    EXPECT_TRUE(IsSizeAccepted({1, 273, 68, 1, 1, 7230, 273}));
-    EXPECT_FALSE(IsSizeAccepted({1, 273, 68, 1, 1, 7231, 273}));
+    EXPECT_EQ(MaskParam_Refusal(param), "");
 }
 
-TEST(MaskDataBaseRefusalSize, MatricesAndPositionsThatTheSearchDidNotFind)
+TEST(RefusalSize, MatricesThatTheSearchDidNotFind)
 {
     EXPECT_TRUE(IsSizeAccepted({136, 4, 68, 1, 1, 1, 544}));
     EXPECT_FALSE(IsSizeAccepted({136, 0, 68, 1, 1, 1, 544}));
@@ -130,7 +129,7 @@ TEST(MaskDataBaseRefusalSize, MatricesAndPositionsThatTheSearchDidNotFind)
     EXPECT_EQ(RefusalOf(param), Records({CreateFailure(119)}));
 }
 
-TEST(MaskDataBaseRefusalSize, LongestHeadInEveryProfileOverflowsNothing)
+TEST(RefusalSize, LongestHeadOverflowsNothing)
 {
     for (const int passes : {1, 2, 3, 46341, MOST / 2, MOST / 2 + 1, MOST - 1, MOST}) {
         for (const int rows : {MOST, MOST - 1, MOST / 2, LEAST}) {

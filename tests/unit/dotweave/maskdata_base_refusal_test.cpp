@@ -54,7 +54,7 @@ std::vector<float> NoPercents()
 
 } // namespace
 
-TEST(MaskDataBaseRefusal, FieldsThatEveryModeReads)
+TEST(Refusal, FieldsThatEveryModeReads)
 {
     const Records refused = {CreateFailure(85)};
     for (const int value : {0, -1, LEAST}) {
@@ -78,7 +78,7 @@ TEST(MaskDataBaseRefusal, FieldsThatEveryModeReads)
     }
 }
 
-TEST(MaskDataBaseRefusal, BitDepthsWithoutADotValue)
+TEST(Refusal, BitDepthsWithoutADotValue)
 {
     for (const int bits : {3, 4, 8, MOST}) {
         SMaskParam param = Hard();
@@ -90,7 +90,7 @@ TEST(MaskDataBaseRefusal, BitDepthsWithoutADotValue)
     EXPECT_TRUE(IsBuilt(param));
 }
 
-TEST(MaskDataBaseRefusal, ResolutionPassesThatTheSplitLeavesEmpty)
+TEST(Refusal, ResolutionPassesThatTheSplitLeavesEmpty)
 {
     struct SCase {
         int resSplitType, xResPass, yResPass;
@@ -123,7 +123,7 @@ TEST(MaskDataBaseRefusal, ResolutionPassesThatTheSplitLeavesEmpty)
     }
 }
 
-TEST(MaskDataBaseRefusal, HeadsWithoutRowsHaveNoStep)
+TEST(Refusal, HeadsWithoutRowsHaveNoStep)
 {
     for (const int rows : {0, -1, -544, LEAST}) {
         SMaskParam param = Hard();
@@ -141,7 +141,7 @@ TEST(MaskDataBaseRefusal, HeadsWithoutRowsHaveNoStep)
     }
 }
 
-TEST(MaskDataBaseRefusal, FeatherPercentOnlyWhereAProfileReadsIt)
+TEST(Refusal, FeatherPercentOnlyWhereAProfileReadsIt)
 {
     for (const float percent : NoPercents()) {
         SCOPED_TRACE(testing::Message() << "percent " << percent);
@@ -166,7 +166,7 @@ TEST(MaskDataBaseRefusal, FeatherPercentOnlyWhereAProfileReadsIt)
     }
 }
 
-TEST(MaskDataBaseRefusal, FeatherPercentsFromNothingToAllAreBuilt)
+TEST(Refusal, FeatherPercentsFromNothingToAllAreBuilt)
 {
     for (const float percent : {0.0F, -0.0F, std::numeric_limits<float>::denorm_min(), 33.3F, 100.0F}) {
         SMaskParam param = Feathered(FeatherNozzle_Smooth_3);
@@ -178,7 +178,7 @@ TEST(MaskDataBaseRefusal, FeatherPercentsFromNothingToAllAreBuilt)
     EXPECT_TRUE(IsBuilt(param));
 }
 
-TEST(MaskDataBaseRefusal, FeatherLevelOnlyWhereSmooth3ReadsIt)
+TEST(Refusal, FeatherLevelOnlyWhereSmooth3ReadsIt)
 {
     for (const int level : {-1, 101, MOST, LEAST}) {
         SCOPED_TRACE(testing::Message() << "level " << level);
@@ -205,7 +205,7 @@ TEST(MaskDataBaseRefusal, FeatherLevelOnlyWhereSmooth3ReadsIt)
     }
 }
 
-TEST(MaskDataBaseRefusal, FieldsThatHardEdgesNeverRead)
+TEST(Refusal, FieldsThatHardEdgesNeverRead)
 {
     for (const int value : {0, 1, 2, 3, 4, 5, -1, MOST, LEAST}) {
         SMaskParam param = Hard();

@@ -28,3 +28,11 @@ TEST(MaskRegion, ColumnsAreSharesOfThePlaneRoundedDown)
 }
 
 } // namespace
+
+TEST(MaskRegion, PositionsFollowOneAnotherInTheirColour)
+{
+    EXPECT_EQ(MaskRegion_FirstByte(0, 4000, 0, 1000), 0);
+    EXPECT_EQ(MaskRegion_FirstByte(0, 4000, 3, 1000), 3000);
+    EXPECT_EQ(MaskRegion_FirstByte(2, 4000, 1, 1000), 9000);
+    EXPECT_EQ(MaskRegion_FirstByte(-1, 4000, 1, 1000), -3000); // deliberate: no check
+}
