@@ -1,9 +1,50 @@
 #include "dotweave/maskparam_refusal.h"
 
+#include "dotweave/cuttable.h"
+#include "dotweave/maskblock.h"
+#include "kernels/maskkernels.h"
 #include "maskdata_base_refusal.h"
 #include "modesearch.h"
+#include "modewarning.h"
+#include "refusalreason.h"
+
+#include <algorithm>
+#include <cstddef>
 
 using namespace dotweave;
+
+namespace {
+
+std::int64_t Planes_Bytes(const SMaskGeometry& geometry)
+{
+    const std::int64_t cells = geometry.matrixWidth * geometry.matrixHeight;
+    return geometry.param.colorCount * (cells * static_cast<std::int64_t>(sizeof(std::uint16_t)) +
+                                        static_cast<std::int64_t>(sizeof(void*)));
+}
+
+/// Bytes per pixel that the workers move dots in, and the two buffers of the sine mask.
+std::int64_t Sine_Bytes(const SMaskGeometry& geometry)
+{
+    if (!HasSineEdge(geometry.param))
+        return 0;
+    const std::int64_t featherRows = FeatherRows(geometry.height, geometry.step);
+    const std::int64_t sineRows =
+        SineMaskRows(static_cast<int>(featherRows), static_cast<int>(geometry.matrixWidth));
+    // The sine part of a band's first feather rows, and that of its last ones as far as they are not the same
+    // rows.
+    const std::int64_t movedRows = sineRows + std::min(sineRows, geometry.height - featherRows);
+    return geometry.matrixWidth * (2 * sineRows + WORKER_COUNT * geometry.param.xResPass * movedRows);
+}
+
+std::int64_t Workers_Bytes(const SMaskGeometry& geometry)
+{
+    const int width = static_cast<int>(geometry.matrixWidth);
+    const std::size_t scratch = MaskKernel_ScratchBytes(width, width, geometry.param.xResPass);
+    const std::size_t blocks = static_cast<std::size_t>(geometry.param.xResPass) * sizeof(CMaskBlock);
+    return WORKER_COUNT * static_cast<std::int64_t>(scratch + blocks);
+}
+
+} // namespace
 
 std::string MaskParam_Refusal(const SMaskParam& param)
 {
@@ -12,14 +53,23 @@ std::string MaskParam_Refusal(const SMaskParam& param)
     return refusal != nullptr ? refusal->reason(geometry) : std::string();
 }
 
-// Size and warnings come from the same geometry, next.
-
-SMaskSize MaskParam_Size(const SMaskParam& /*param*/)
+SMaskSize MaskParam_Size(const SMaskParam& param)
 {
-    return {0, 0};
+    SMaskGeometry geometry;
+    if (Mode_Try(param, geometry) != nullptr)
+        return {0, 0};
+    const std::int64_t maskBytes = OneColor_Bytes(geometry) * geometry.param.colorCount;
+    const std::int64_t cutTable = geometry.height * static_cast<std::int64_t>(sizeof(SCutTable));
+    const std::int64_t offsets = (std::int64_t{geometry.param.xResPass} + geometry.param.yResPass) *
+                                 static_cast<std::int64_t>(sizeof(std::int32_t));
+    return {maskBytes, maskBytes + Planes_Bytes(geometry) + cutTable + offsets + Sine_Bytes(geometry) +
+                           Workers_Bytes(geometry)};
 }
 
-std::vector<std::string> MaskParam_Warnings(const SMaskParam& /*param*/)
+std::vector<std::string> MaskParam_Warnings(const SMaskParam& param)
 {
-    return {};
+    SMaskGeometry geometry;
+    if (Mode_Try(param, geometry) != nullptr)
+        return {};
+    return Mode_Warnings(geometry);
 }

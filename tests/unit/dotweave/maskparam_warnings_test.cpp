@@ -1,0 +1,124 @@
+#include "dotweave/maskparam_refusal.h"
+
+#include "maskparams.h"
+#include "rawmaskdata_table.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace dotweave;
+
+using Texts = std::vector<std::string>;
+
+Texts Warnings(SMaskParam param, const std::function<void(SMaskParam&)>& change)
+{
+    change(param);
+    return MaskParam_Warnings(param);
+}
+
+Texts Feathered(int type, const std::function<void(SMaskParam&)>& change)
+{
+    return Warnings(MaskParam_Feathered(type, 544, 4, 50.0F), change);
+}
+
+} // namespace
+
+TEST(MaskParamWarnings, MostModesHaveNone)
+{
+    EXPECT_EQ(MaskParam_Warnings(MaskParam_Plain()), Texts());
+    const auto asTheyAre = [](SMaskParam&) {};
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_2, asTheyAre), Texts());
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3, asTheyAre), Texts());
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3, [](SMaskParam& p) { p.colorTimes = 2, p.colorCount = 8; }),
+              Texts());
+    // A mode that cannot be built has a reason, and no warnings beside it.
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam& p) { p.colorTimes = 0; }), Texts());
+}
+
+TEST(MaskParamWarnings, HardEdgesThatBecomeFeathered)
+{
+    EXPECT_EQ(
+        Warnings(MaskParam_Plain(), [](SMaskParam& p) { p.basePass = 3; }),
+        Texts({"featherMode 0 becomes smooth-2: nozzleCount 544 leaves 1 row after 3 steps of 181 rows, so "
+               "feather zones of 1 row blend the edges"}));
+    EXPECT_EQ(
+        Warnings(MaskParam_Plain(),
+                 [](SMaskParam& p) { p.nozzleCount = 100, p.basePass = 10, p.yResPass = 8; }),
+        Texts({"featherMode 0 becomes smooth-2: nozzleCount 100 leaves 20 rows after 10 steps of 8 rows, so "
+               "feather zones of 8 rows blend the edges; 12 rows of the head stay unused"}));
+}
+
+TEST(MaskParamWarnings, PlanesThatShareThresholds)
+{
+    const auto colours = [](int count) {
+        return Warnings(MaskParam_Plain(), [count](SMaskParam& p) { p.colorCount = count; });
+    };
+    EXPECT_EQ(colours(8), Texts());
+    EXPECT_EQ(colours(9),
+              Texts({"colorCount 9: colour planes share thresholds, so their dots coincide: plane 8 as 4"}));
+    EXPECT_EQ(colours(17).at(0),
+              "colorCount 17: colour planes share thresholds, so their dots coincide: plane 8 as 4, "
+              "9 as 5, 10 as 6, 11 as 7, 12 as 4, 13 as 5, 14 as 6, 15 as 7, 16 as 0");
+    EXPECT_TRUE(colours(18).at(0).ends_with(", 16 as 0 and so on"));
+}
+
+TEST(MaskParamWarnings, PlanesShareWhereTheTableRepeats)
+{
+    for (int plane = 0; plane < 40; ++plane) {
+        int first = 0;
+        while (!std::equal(Matrix_OfPlane(first), Matrix_OfPlane(first) + THRESHOLD_MATRIX_CELLS,
+                           Matrix_OfPlane(plane)))
+            ++first;
+        EXPECT_EQ(Plane_WithSameMatrix(plane), first) << plane;
+    }
+}
+
+TEST(MaskParamWarnings, LevelThatPrintsNothing)
+{
+    const Texts blank = {"featherLevelPercent 0 builds a blank mask: no row prints anything"};
+    for (const int type : {FeatherNozzle_Smooth_3, FeatherNozzle_Smooth_3_Sine})
+        EXPECT_EQ(Feathered(type, [](SMaskParam& p) { p.featherLevelPercent = 0, p.colorTimes = 2; }), blank);
+    // Smooth-2 never reads the level.
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_2, [](SMaskParam& p) { p.featherLevelPercent = 0; }), Texts());
+}
+
+TEST(MaskParamWarnings, FeatherZonesThatPrintOnce)
+{
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_2, [](SMaskParam& p) { p.colorTimes = 3; }),
+              Texts({"colorTimes 3 with smooth-2 zones: of every step of 126 rows, 40 print once and 86 "
+                     "print 3 times"}));
+    const Texts switched =
+        Warnings(MaskParam_Plain(), [](SMaskParam& p) { p.basePass = 3, p.colorTimes = 2; });
+    ASSERT_EQ(switched.size(), 2U);
+    EXPECT_EQ(
+        switched[1],
+        "colorTimes 2 with smooth-2 zones: of every step of 181 rows, 1 prints once and 180 print 2 times");
+}
+
+TEST(MaskParamWarnings, SineEdgeThatLosesPixels)
+{
+    // 544 rows in steps of 85 leave 34 feather rows, and the sine takes half of them.
+    const Texts sine = {
+        "featherNozzleType 3 moves dots of the last 17 rows to the first feather rows, where other "
+        "thresholds apply: some pixels of every step of 85 rows are lost, others print twice"};
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam&) {}), sine);
+    // Hard edges have it too: 136 rows of a step, of which a tenth of 544 columns are 54.
+    const Texts hard = Warnings(MaskParam_Plain(), [](SMaskParam& p) {
+        p.basePass = 4, p.featherNozzleType = FeatherNozzle_Smooth_3_Sine;
+    });
+    ASSERT_EQ(hard.size(), 1U);
+    EXPECT_NE(hard[0].find("the last 54 rows"), std::string::npos) << hard[0];
+    // A single feather row has no room for it.
+    EXPECT_EQ(Warnings(MaskParam_Plain(),
+                       [](SMaskParam& p) {
+                           p.nozzleCount = 4, p.basePass = 4,
+                           p.featherNozzleType = FeatherNozzle_Smooth_3_Sine;
+                       }),
+              Texts());
+}
