@@ -137,8 +137,10 @@ void AddRefusedBySize(std::vector<SRefusedRecord>& refused)
     longHead.nozzleCount = 31580641; // one position fits, all of them do not
     refused.push_back({"AllPositionsTooLong", longHead, {MaskCreateFailure(119)}});
     SMaskParam manyColors = MaskParam_Plain();
-    manyColors.nozzleCount = 136;
-    manyColors.colorCount = 3629; // threshold planes of 591872 bytes each
+    manyColors.nozzleCount = 5440; // one position of 5440 * 272 bytes
+    manyColors.xResPass = 2;
+    manyColors.bitsPerPixel = 2;
+    manyColors.colorCount = 1452; // 2148495360 bytes
     refused.push_back({"TooManyColors", manyColors, {MaskCreateFailure(119)}});
 }
 
