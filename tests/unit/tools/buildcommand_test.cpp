@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -137,6 +138,20 @@ TEST(BuildCommand, WithoutOptionsBuildsTheCommonMode)
                                                            "files         " +
                                                                directory.Sub("out") +
                                                                ": mask.bin, mask.json, 4 pictures\n");
+}
+
+TEST(BuildCommand, WarningsAreLinesAndInTheJson)
+{
+    const CTemporaryDirectory directory;
+    const SToolResult result = // the rows do not divide into the passes, and colours 0 and 16 share a matrix
+        Tool_Run("build --base-pass 3 --color-count 17 --png none --out " + directory.Path().string());
+    EXPECT_EQ(result.exitStatus, 0);
+    std::string lines;
+    const json object = Json_Read(directory.Sub("mask.json"));
+    for (const json& warning : object["warnings"])
+        lines += "dotweave: warning: " + warning.get<std::string>() + '\n';
+    EXPECT_EQ(result.err, lines);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2);
 }
 
 TEST(BuildCommand, RecordsOfAResultServeAsAModeFile)

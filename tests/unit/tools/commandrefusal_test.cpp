@@ -99,6 +99,75 @@ TEST_F(CommandRefusal, OfAnOptionIsOneLine)
     }
 }
 
+/// Twenty modes whose fields are in range one by one. Limits and nearest modes are worked out by hand.
+TEST_F(CommandRefusal, OfAModeNamesFieldValueAndLimit)
+{
+    const std::string smooth3 = " --feather-mode nozzle --feather-nozzle-type smooth-3";
+    const struct {
+        std::string options;
+        const char* reason;
+    } CASES[] = {
+        {"--color-times 5", "colorTimes 5 is more than basePass 4; nearest that builds: colorTimes 4"},
+        {"--base-pass 2 --color-times 3",
+         "colorTimes 3 is more than basePass 2; nearest that builds: colorTimes 2"},
+        // A step is a multiple of all resolution passes, and every pass has one.
+        {"--nozzle-count 3", "nozzleCount 3 is too small for a step of 1 or more rows with 4 passes; nearest "
+                             "that builds: nozzleCount 4"},
+        {"--base-pass 600", "nozzleCount 544 is too small for a step of 1 or more rows with 600 passes; "
+                            "nearest that builds: nozzleCount 600"},
+        {"--nozzle-count 5 --y-res-pass 2",
+         "nozzleCount 5 is too small for a step of 2 or more rows with 4 passes and "
+         "2 Y resolution passes; nearest that builds: nozzleCount 8"},
+        {"--nozzle-count 11 --base-pass 3 --x-res-pass 2 --y-res-pass 2",
+         "nozzleCount 11 is too small for a step of 4 or more rows with 3 passes, 2 X and 2 Y resolution "
+         "passes; "
+         "nearest that builds: nozzleCount 12"},
+        {"--base-pass 3 --x-res-pass 50 --y-res-pass 4",
+         "nozzleCount 544 is too small for a step of 200 or more rows with 3 passes, 50 X and 4 Y resolution "
+         "passes; "
+         "nearest that builds: nozzleCount 600"},
+        // Smooth-3 takes up to three quarters of the rows off first.
+        {"--nozzle-count 20 --base-pass 6 --y-res-pass 2 --feather-percent 100" + smooth3,
+         "nozzleCount 20 is too small for a step of 2 or more rows with 6 passes and 2 Y resolution passes; "
+         "nearest that builds: nozzleCount 45"},
+        {"--base-pass 300 --feather-percent 100" + smooth3,
+         "nozzleCount 544 is too small for a step of 1 or more rows with 300 passes"},
+        // The split leaves no resolution pass.
+        {"--res-split-type x2", "xResPass 1 is less than the 2 parts that resSplitType 1 makes of it; "
+                                "nearest that builds: xResPass 2"},
+        {"--res-split-type y2", "yResPass 1 is less than the 2 parts that resSplitType 2 makes of it; "
+                                "nearest that builds: yResPass 2"},
+        {"--res-split-type y3 --y-res-pass 2",
+         "yResPass 2 is less than the 3 parts that resSplitType 3 makes of it; "
+         "nearest that builds: yResPass 3"},
+        {"--res-split-type y4 --y-res-pass 3",
+         "yResPass 3 is less than the 4 parts that resSplitType 4 makes of it; "
+         "nearest that builds: yResPass 4"},
+        {"--res-split-type x2y2 --x-res-pass 2",
+         "yResPass 1 is less than the 2 parts that resSplitType 5 makes of it; "
+         "nearest that builds: yResPass 2"},
+        // Feather zones of smooth-2.
+        {"--feather-mode nozzle --feather-percent 0",
+         "featherPercent 0 leaves a feather zone of 0 rows, and so a lead blank as high as the mask; "
+         "at least 2 percent with 4 passes"},
+        {"--nozzle-count 24 --base-pass 8 --feather-mode nozzle --feather-percent 90",
+         "nozzleCount 24 needs a feather zone of 8 rows, more than the step of 2 rows with 8 passes; "
+         "nearest that builds: nozzleCount 25"},
+        // 4 positions of 544 lines of 68 bytes are 147968 bytes a colour.
+        {"--color-count 14514", "colorCount 14514 makes 2147607552 mask bytes, more than 2147483647; "
+                                "nearest that builds: colorCount 14513"},
+        {"--color-count 5000 --bits-per-pixel 2 --x-res-pass 30 --y-res-pass 4",
+         "colorCount 5000 makes 399513600000 mask bytes, more than 2147483647; nearest that builds: "
+         "colorCount 26"},
+        {"--x-res-pass 4000000 --base-pass 1",
+         "xResPass 4000000 makes mask lines of 2176000000 bits with bitsPerPixel 1, more than 2147483640"},
+        {"--nozzle-count 65536 --base-pass 1 --y-res-pass 500",
+         "nozzleCount 65536 makes positions of 2228224000 bytes, more than 2147483647"},
+    };
+    for (const auto& [options, reason] : CASES)
+        EXPECT_EQ(Refused(3, "build " + options).err, std::string("dotweave: ") + reason + '\n');
+}
+
 TEST_F(CommandRefusal, OfAModeShowsTheLogWhenAsked)
 {
     EXPECT_EQ(Refused(3, "build --log --color-times 5")
