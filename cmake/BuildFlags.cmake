@@ -27,9 +27,10 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT DOTWEAVE_SANITIZERS)
     # The C library checks its buffers only in optimised code, and warns elsewhere.
     string(TOUPPER "${CMAKE_BUILD_TYPE}" build_type)
     if("${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${build_type}}" MATCHES "-O[1-3s]")
+        set(optimised $<NOT:$<BOOL:$<TARGET_PROPERTY:DOTWEAVE_UNOPTIMISED>>>)
         target_compile_options(
             dotweave_build_flags
-            INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-U_FORTIFY_SOURCE> $<$<COMPILE_LANGUAGE:CXX>:-D_FORTIFY_SOURCE=2>)
+            INTERFACE "$<$<AND:$<COMPILE_LANGUAGE:CXX>,${optimised}>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
     endif()
     check_cxx_compiler_flag(-fcf-protection DOTWEAVE_HAS_CF_PROTECTION)
     if(DOTWEAVE_HAS_CF_PROTECTION)
@@ -69,8 +70,13 @@ if(DOTWEAVE_COVERAGE)
     target_link_options(dotweave_build_flags INTERFACE --coverage)
 endif()
 
-# Applies what every library, tool and test of this tree shares.
+# Applies what every library, tool and test of this tree shares. In a folder that sets DOTWEAVE_UNOPTIMISED the code is
+# not optimised, whatever the build type says.
 function(dotweave_apply_flags target)
+    if(DOTWEAVE_UNOPTIMISED)
+        target_compile_options(${target} PRIVATE -O0)
+        set_target_properties(${target} PROPERTIES DOTWEAVE_UNOPTIMISED ON)
+    endif()
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:dotweave_build_flags>)
     target_compile_features(${target} PRIVATE cxx_std_20)
     set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)

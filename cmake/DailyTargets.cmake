@@ -1,4 +1,4 @@
-# Daily commands as targets of any build directory: format, format-check, lint, docs.
+# Daily commands as targets of a top-level build: format, format-check, lint, docs.
 
 file(
     GLOB_RECURSE

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs every fuzzer of a build directory from its corpus and fails when one finds something.
+# Runs every fuzzer of a build directory from its corpus, one on each processor at a time, and fails when one finds
+# something.
 # usage: tools/fuzz.sh BUILD_DIR SECONDS    (seconds for each fuzzer)
 # Inputs, logs and finds stay in BUILD_DIR/fuzzing; the tree is not written.
 set -euo pipefail
@@ -10,13 +11,14 @@ tests=$(cd "$(dirname "$0")/../tests/fuzz" && pwd)
 work=$build/fuzzing
 mkdir -p "$work"
 
-found=0
-for folder in "$tests"/corpus/*/; do
-    name=$(basename "$folder")
+# fuzzer_run NAME: runs one fuzzer and says in one line what came of it; false when it found something.
+fuzzer_run()
+{
+    local name=$1 result status=0
     rm -rf "${work:?}/$name"
     mkdir -p "$work/$name/corpus" "$work/$name/finds"
-    cp "$folder"* "$work/$name/corpus/"
-    options=(-max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 -print_final_stats=1)
+    cp "$tests/corpus/$name/"* "$work/$name/corpus/"
+    local options=(-max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 -print_final_stats=1)
     options+=(-artifact_prefix="$work/$name/finds/")
     if [ "$name" = fuzz_record ]; then options+=(-max_len=48); fi
     if [ -f "$tests/$name.dict" ]; then options+=(-dict="$tests/$name.dict"); fi
@@ -26,11 +28,28 @@ for folder in "$tests"/corpus/*/; do
         result="nothing found"
     else
         result="FAILED, input and log in $work/$name"
-        found=1
+        status=1
         awk '!/^(#[0-9]+|ParseDictionary|Dictionary:|INFO:)/ && ++shown <= 60' "$work/$name/log" >&2
     fi
+    local executed covered
     executed=$(sed -n 's/^stat::number_of_executed_units: *//p' "$work/$name/log")
     covered=$(sed -n 's/^#[0-9].* cov: \([0-9]*\).*/\1/p' "$work/$name/log" | tail -n 1)
     echo "$name: ${executed:-no} executions in $seconds s, ${covered:-no} branches reached: $result"
+    return "$status"
+}
+
+found=0
+running=0
+for folder in "$tests"/corpus/*/; do
+    if [ "$running" -ge "$(nproc)" ]; then
+        wait -n || found=1
+        running=$((running - 1))
+    fi
+    fuzzer_run "$(basename "$folder")" &
+    running=$((running + 1))
+done
+while [ "$running" -gt 0 ]; do
+    wait -n || found=1
+    running=$((running - 1))
 done
 exit "$found"
