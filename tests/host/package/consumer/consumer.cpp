@@ -21,9 +21,9 @@ int main()
         return 1;
     int position = -1;
     int other = -1;
-    const bool isSame = std::memcmp(mask->MaskData_Get(0, position),
-                                    storage.MaskData_Current_Get()->MaskData_Get(0, other),
-                                    static_cast<std::size_t>(mask->MaskBytes_OnePosition())) == 0;
+    const bool isSame =
+        std::memcmp(mask->MaskData_Get(0, position), storage.MaskData_Current_Get()->MaskData_Get(0, other),
+                    static_cast<std::size_t>(mask->MaskBytes_OnePosition())) == 0;
     const bool isVersion = std::strcmp(dotweave_version(), DOTWEAVE_VERSION_STRING) == 0;
     std::cout << "same bytes: " << isSame << ", same version: " << isVersion << '\n';
 }
