@@ -11,7 +11,7 @@
 /// The inner loops of a mask: thresholds to dots (cut), dots to mask bytes (merge), and both in one (cut and
 /// pack), which never writes a dot as a byte of its own.
 /// Each exists as a reference, the plainest loop that is right, and as a fast twin written once with Highway
-/// and compiled for every instruction set. The twins write the same bytes; docs/kernels.md says how.
+/// and compiled for every instruction set. The twins write the same bytes; docs/kernels.md explains how.
 
 namespace dotweave {
 
@@ -25,8 +25,8 @@ struct SRowRange {
 struct SMaskPack {
     const SCutTable* cutTable;   ///< one range per block row
     const std::uint16_t* plane;  ///< planeHeight rows of planeWidth thresholds, tiled in both directions
-    std::int32_t planeWidth;     ///< >= 1
-    std::int32_t planeHeight;    ///< >= 1
+    std::int32_t planeWidth;     ///< below 1 nothing is written
+    std::int32_t planeHeight;    ///< the same
     std::int32_t offsetY;        ///< threshold row that block row 0 reads, >= 0
     std::int32_t offsetX;        ///< threshold column that column 0 of X resolution pass 0 reads, >= 0
     std::int32_t width;          ///< columns of one X resolution pass
@@ -36,10 +36,17 @@ struct SMaskPack {
     std::ptrdiff_t lineDistance; ///< bytes from the line of one block row to that of the next
 };
 
+/// Whether a cut has anything to read and to write. Neither twin divides by the size of its plane otherwise.
+inline bool Cut_HasWork(SRowRange rows, int columns, int planeWidth, int planeHeight)
+{
+    return rows.first < rows.end && columns >= 1 && planeWidth >= 1 && planeHeight >= 1;
+}
+
 // ---- reference
 
 /// Sets every pixel of the block whose threshold lies inside the range of its row:
-/// lowerLimit < threshold <= upperLimit. Clear pixels are left as they are.
+/// lowerLimit < threshold <= upperLimit. Clear pixels stay as they are. Without rows, without columns or with a
+/// plane of no thresholds nothing happens.
 /// Walks runs of columns up to the wrap of the plane; no remainder is computed per pixel.
 void MaskKernel_Cut_Reference(const SParam_GenerateMaskData& param, SRowRange rows);
 
@@ -58,7 +65,7 @@ void MaskKernel_Merge_Reference(const CMaskBlock* blocks, int blockCount, int bi
 /// As the reference.
 void MaskKernel_Cut(const SParam_GenerateMaskData& param, SRowRange rows);
 
-/// As the reference for blocks that hold nothing but 0 and the dot value, and lines that are zero: lines are
+/// As the reference for blocks of which every byte is 0 or the dot value, and lines that are zero: lines are
 /// written whole, so they need not be cleared.
 /// @param scratch  MaskKernel_ScratchBytes bytes
 void MaskKernel_Merge(const CMaskBlock* blocks, int blockCount, int bitsPerPixel, SRowRange rows,

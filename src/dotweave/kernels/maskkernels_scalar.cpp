@@ -8,7 +8,7 @@
 namespace dotweave {
 namespace {
 
-/// dest[i] := dotValue where the range holds thresholds[i]; other bytes stay.
+/// dest[i] := dotValue where thresholds[i] is in the range; other bytes stay.
 void Run_Cut(const std::uint16_t* thresholds, int count, SCutTable range, std::uint8_t dotValue,
              std::uint8_t* dest)
 {
@@ -42,8 +42,10 @@ void Row_Merge(const CMaskBlock* blocks, int blockCount, int bitsPerPixel, int r
 
 void MaskKernel_Cut_Reference(const SParam_GenerateMaskData& param, SRowRange rows)
 {
-    const std::uint8_t dotValue = DOT_VALUE[param.bitsPerPixel];
     const int width = param.maskBlock->Width();
+    if (!Cut_HasWork(rows, width, param.baseMaskWidth, param.baseMaskHeight))
+        return;
+    const std::uint8_t dotValue = DOT_VALUE[param.bitsPerPixel];
     const int firstColumn = param.offsetX % param.baseMaskWidth;
     int planeRow = (param.offsetY % param.baseMaskHeight + rows.first) % param.baseMaskHeight;
     std::uint8_t* dest = param.maskBlock->MaskData() + static_cast<std::ptrdiff_t>(rows.first) * width;

@@ -92,9 +92,10 @@ public:
         m_blocks = Blocks();
         for (int k = 0; k < c.passes; ++k)
             MaskKernel_Cut_Reference(Cut(m_blocks, k), AllRows());
-        m_lines = Lines(0);
-        MaskKernel_Merge_Reference(m_blocks.data(), c.passes, c.bits, AllRows(), m_lines.data() + MARGIN,
-                                   m_lineDistance);
+        m_lines = Lines(HasThresholds() ? 0 : UNTOUCHED);
+        if (HasThresholds())
+            MaskKernel_Merge_Reference(m_blocks.data(), c.passes, c.bits, AllRows(), m_lines.data() + MARGIN,
+                                       m_lineDistance);
     }
 
     void ExpectCut()
@@ -145,6 +146,8 @@ private:
     {
         return static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows);
     }
+
+    bool HasThresholds() const { return m_case.planeColumns >= 1 && m_case.planeRows >= 1; }
 
     SRowRange AllRows() const { return {0, m_case.rows}; }
 
@@ -209,6 +212,17 @@ void ExpectAll(const SRegionCase& c, unsigned int seed)
     region.ExpectCut();
     region.ExpectMerge();
     region.ExpectCutAndPack();
+}
+
+TEST_P(MaskKernelTarget, NothingToDoWritesNothingAndDividesByNothing)
+{
+    for (const SRegionCase& c : {SRegionCase{0, 0, 0, 0, 2, 1, 1, 1}, SRegionCase{0, 0, 9, 0, 1, 1, 1, 1},
+                                 SRegionCase{0, 0, 0, 9, 2, 2, 1, 1}, SRegionCase{0, 3, 9, 4, 1, 1, 1, 1},
+                                 SRegionCase{3, 0, 9, 4, 2, 1, 1, 1}}) {
+        CRegion region(c, 1);
+        region.ExpectCut();
+        region.ExpectCutAndPack();
+    }
 }
 
 TEST_P(MaskKernelTarget, EveryCountOfColumnsGivesTheReferenceBytes)

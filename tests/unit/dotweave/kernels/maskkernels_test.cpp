@@ -183,12 +183,19 @@ TEST(MaskKernelCut, EqualsOneRemainderPerPixelForAnySizeAndOffset)
     }
 }
 
-TEST(MaskKernelCut, WritesNothingIntoABlockWithoutPixels)
+TEST(MaskKernelCut, NothingToDoWritesNothingAndDividesByNothing)
 {
-    for (const SCutCase& c : {SCutCase{3, 3, 0, 4, 1, 1, 1}, SCutCase{3, 3, 4, 0, 1, 1, 1}}) {
+    // No rows, no columns, and the same with a plane of no thresholds, whose sizes a remainder would trap on.
+    for (const SCutCase& c :
+         {SCutCase{3, 3, 0, 4, 1, 1, 1}, SCutCase{3, 3, 4, 0, 1, 1, 1}, SCutCase{0, 0, 0, 4, 1, 1, 1},
+          SCutCase{0, 0, 4, 0, 1, 1, 1}, SCutCase{0, 3, 4, 4, 1, 1, 1}, SCutCase{3, 0, 4, 4, 1, 1, 1}}) {
         CCut cut(c, 3);
+        std::fill_n(cut.m_block.MaskData(), cut.m_block.MaskDataBytesCount(), UNTOUCHED);
         cut.Run(); // the sanitizers see a write outside
-        EXPECT_EQ(cut.m_block.MaskDataBytesCount(), 0);
+        const std::uint8_t* bytes = cut.m_block.MaskData_Const();
+        EXPECT_EQ(std::count(bytes, bytes + cut.m_block.MaskDataBytesCount(), UNTOUCHED),
+                  cut.m_block.MaskDataBytesCount())
+            << c;
     }
 }
 
