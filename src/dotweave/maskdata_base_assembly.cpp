@@ -116,9 +116,8 @@ bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
     CMaskDataGenerator generator;
     if (!generator.Create(param, 0))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    if (!generator.Wait_Exit(milliseconds))
+    if (!generator.Wait_Exit(milliseconds) || !generator.IsOutputComplete())
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    if (generator.IsOutputComplete())
-        unbuilt.SetBuilt();
+    unbuilt.SetBuilt();
     return true;
 }

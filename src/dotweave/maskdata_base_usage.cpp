@@ -3,6 +3,7 @@
 #include "constants.h"
 #include "log.h"
 #include "maskdata_base_unit.h"
+#include "maskdata_base_usage.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -32,7 +33,7 @@ std::vector<SCutTable> SampleTable()
 
 } // namespace
 
-bool CMaskData_Base::Usage()
+SMaskParam dotweave::Usage_Param()
 {
     SMaskParam param = {};
     param.nozzleCount = 544;
@@ -44,8 +45,13 @@ bool CMaskData_Base::Usage()
     param.featherMode = FeatherMode_None;
     param.featherPercent = 50.0F;
     param.colorTimes = 1;
+    return param;
+}
+
+bool CMaskData_Base::Usage()
+{
     CMaskData_Base mask;
-    if (!mask.Create(param))
+    if (!mask.Create(dotweave::Usage_Param()))
         return Log_Failure(MASKDATA_BASE_UNIT, "bool __cdecl CMaskData_Base::Usage(void)", 73);
     return true;
 }

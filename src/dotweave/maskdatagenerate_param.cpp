@@ -2,8 +2,6 @@
 
 #include "maskregion.h"
 
-#include <algorithm>
-
 namespace dotweave {
 
 std::uint8_t* ItemLines_First(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)
@@ -19,11 +17,46 @@ std::ptrdiff_t ItemLines_Distance(const SMaskDataGenerate_Param& param)
     return static_cast<std::ptrdiff_t>(param.splitCount_YRes) * param.maskLineBytes;
 }
 
-void ItemLines_Clear(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)
+bool Item_HasLines(const SMaskDataGenerate_Param& param)
 {
-    std::uint8_t* first = ItemLines_First(param, item);
-    for (int row = 0; row < param.blockHeight; ++row)
-        std::fill_n(first + row * ItemLines_Distance(param), param.maskLineBytes, std::uint8_t{0});
+    return param.splitCount_XRes >= 1 && param.splitCount_YRes >= 1;
+}
+
+int Item_FirstPlaneRow(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)
+{
+    return MaskRegion_Row(item.position, param.rowStep, item.splitIndex_YRes, param.splitCount_YRes);
+}
+
+SParam_GenerateMaskData Item_Cut(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item,
+                                 int rowStart, int colStart, CMaskBlock& block)
+{
+    SParam_GenerateMaskData cut = {};
+    cut.cutTable = param.pCutTable;
+    cut.cutTableCount = param.cutTableCount;
+    cut.baseMaskData = param.pBaseMaskData->MaskData(item.color);
+    cut.offsetY = rowStart;
+    cut.offsetX = colStart;
+    cut.baseMaskHeight = param.thresholdHeight;
+    cut.baseMaskWidth = param.thresholdWidth;
+    cut.bitsPerPixel = param.dotBits;
+    cut.maskBlock = &block;
+    return cut;
+}
+
+SMaskPack Item_Pack(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)
+{
+    SMaskPack pack = {};
+    pack.cutTable = param.pCutTable;
+    pack.plane = param.pBaseMaskData->MaskData(item.color);
+    pack.planeWidth = param.thresholdWidth;
+    pack.planeHeight = param.thresholdHeight;
+    pack.offsetY = Item_FirstPlaneRow(param, item);
+    pack.width = param.thresholdWidth;
+    pack.xResPass = param.splitCount_XRes;
+    pack.bitsPerPixel = param.dotBits;
+    pack.firstLine = ItemLines_First(param, item);
+    pack.lineDistance = ItemLines_Distance(param);
+    return pack;
 }
 
 void PositionPages_Touch(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item)

@@ -3,6 +3,7 @@
 #include "dotweave/basemaskdata.h"
 #include "dotweave/cuttable.h"
 #include "dotweave/maskblock.h"
+#include "kernels/maskkernels.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -42,11 +43,20 @@ namespace dotweave {
 std::uint8_t* ItemLines_First(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
 /// Bytes from the mask line of one row to that of the next: the lines of the Y resolution passes alternate.
 std::ptrdiff_t ItemLines_Distance(const SMaskDataGenerate_Param& param);
-/// Blanks the lines of an item that is lost: the output holds zeros there, never what the memory held.
-void ItemLines_Clear(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
-/// Has the memory of a position there before its first item is handed out, by blanking a byte of each page. Y
-/// resolution passes write their lines into the same pages, and two workers that meet in a page which the system
-/// has yet to give hold each other up. Does nothing for other items, and nothing outside the output.
+/// Whether an item has lines: without resolution passes there is nothing to cut, and nothing to divide by.
+bool Item_HasLines(const SMaskDataGenerate_Param& param);
+/// Threshold row that an item's first row reads. Only for items that have lines.
+int Item_FirstPlaneRow(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
+/// What the cut of one X resolution pass of an item needs.
+/// @param rowStart, colStart  threshold row and column that the item's first row and the pass start at
+/// @param block               where the dots go
+SParam_GenerateMaskData Item_Cut(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item,
+                                 int rowStart, int colStart, CMaskBlock& block);
+/// What the kernel needs to cut and pack an item. Only for items that have lines.
+SMaskPack Item_Pack(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
+/// Touches every page of a position before its first item is handed out, so that workers do not contend for
+/// page faults: Y resolution passes write their lines into the same pages. Blanks one byte of each page. Does
+/// nothing for other items, and nothing outside the output.
 void PositionPages_Touch(const SMaskDataGenerate_Param& param, const SMaskDataGenerate_SubParam& item);
 
 } // namespace dotweave

@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <memory>
+#include <numeric>
 #include <utility>
 
 using namespace dotweave;
@@ -19,7 +21,7 @@ constexpr char UNIT[] = "maskdatagenerator";
 
 /// Longest sleep for a free work item, in milliseconds.
 constexpr unsigned int FREE_WAIT_MS = 100;
-/// Longest look at one worker before the producer's loop comes round again, in milliseconds.
+/// Longest wait for one worker's end before the producer's loop comes round again, in milliseconds.
 constexpr unsigned int WORKER_WAIT_MS = 100;
 
 } // namespace
@@ -70,7 +72,7 @@ bool CMaskDataGenerator::Create_AllSubThread()
 {
     static constexpr char SCOPE[] = "bool __cdecl CMaskDataGenerator::Create_AllSubThread(void)";
     m_queueBuffer = std::make_unique<CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>>();
-    // Twice as many items as workers: one in work and one waiting for each.
+    // Twice as many items as workers: for each worker one in work and one waiting.
     std::vector<std::unique_ptr<SMaskDataGenerate_SubParam>> pool(
         static_cast<std::size_t>(2 * m_subThreadCount));
     std::vector<SMaskDataGenerate_SubParam*> items;
@@ -112,7 +114,6 @@ bool CMaskDataGenerator::OneLoop()
     Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator::OneLoop(void)", __LINE__,
                      "m_processState = ", m_processState);
     Stop();
-    LostItems_Clear();
     return false;
 }
 
@@ -123,6 +124,7 @@ bool CMaskDataGenerator::OneLoop_ByState()
         m_color_Next = 0;
         m_position_Next = 0;
         m_splitIndex_Next = 0;
+        m_itemsHandedOut = 0;
         m_processState = ProcessState_AddSource;
         return true;
     case ProcessState_AddSource:
@@ -140,14 +142,18 @@ bool CMaskDataGenerator::OneLoop_ByState()
 bool CMaskDataGenerator::AddSourceData()
 {
     SMaskDataGenerate_SubParam* item = nullptr;
-    if (!m_queueBuffer->m_queue_Free->Pop(item, FREE_WAIT_MS))
+    if (!m_queueBuffer->m_queue_Free->Pop(item, FREE_WAIT_MS)) {
+        if (!m_subThreads.empty() && HaveWorkersEnded(0))
+            Stop(); // nobody is left to write what is due: the output stays incomplete
         return true;
+    }
     *item = {m_color_Next, m_position_Next, m_splitIndex_Next};
     PositionPages_Touch(m_param, *item);
     if (!m_queueBuffer->m_queue_Work->Push(item)) {
-        delete item; // it leaves circulation
+        delete item; // taken out of circulation
         return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator::AddSourceData(void)", __LINE__);
     }
+    ++m_itemsHandedOut;
     if (NextItem_Advance())
         return true;
     m_queueBuffer->m_queue_Work->AddFinished_Set();
@@ -171,35 +177,26 @@ bool CMaskDataGenerator::NextItem_Advance()
     return m_color_Next < m_param.colorCount;
 }
 
-/// Blanks the lines of items that nobody will do any more: those left in the queue by workers that failed, and
-/// those that a failed producer never handed out. Every worker has ended by now and has blanked what it held, so
-/// the output is complete; only in an unknown state nobody knows what was handed out.
-void CMaskDataGenerator::LostItems_Clear()
+bool CMaskDataGenerator::HaveWorkersEnded(unsigned int milliseconds) const
 {
-    m_isOutputComplete = m_processState == ProcessState_AddSource || m_processState == ProcessState_WaitSub;
-    if (m_param.pMaskBlock == nullptr)
-        return;
-    for (SMaskDataGenerate_SubParam* item = nullptr; m_queueBuffer->m_queue_Work->TryPop(item);) {
-        const std::unique_ptr<SMaskDataGenerate_SubParam> lost(item);
-        if (lost != nullptr)
-            ItemLines_Clear(m_param, *lost);
-    }
-    if (m_processState != ProcessState_AddSource)
-        return;
-    do {
-        ItemLines_Clear(m_param, {m_color_Next, m_position_Next, m_splitIndex_Next});
-    } while (NextItem_Advance());
+    return std::all_of(m_subThreads.begin(), m_subThreads.end(),
+                       [milliseconds](const std::unique_ptr<CMaskDataGenerator_Sub>& worker) {
+                           return worker->Wait_Exit(milliseconds);
+                       });
 }
 
+/// Ends the run when all workers have ended. The output is complete when they have written every item that was
+/// handed out, which by now is every item there is.
 void CMaskDataGenerator::WaitSub()
 {
-    const bool haveAllEnded = std::all_of(m_subThreads.begin(), m_subThreads.end(),
-                                          [](const std::unique_ptr<CMaskDataGenerator_Sub>& worker) {
-                                              return worker->Wait_Exit(WORKER_WAIT_MS);
-                                          });
-    if (!haveAllEnded)
+    if (!HaveWorkersEnded(WORKER_WAIT_MS))
         return;
-    LostItems_Clear();
+    const std::int64_t written =
+        std::accumulate(m_subThreads.begin(), m_subThreads.end(), std::int64_t{0},
+                        [](std::int64_t sum, const std::unique_ptr<CMaskDataGenerator_Sub>& worker) {
+                            return sum + worker->ItemsWritten();
+                        });
+    m_isOutputComplete = written == m_itemsHandedOut;
     Stop();
 }
 
@@ -210,14 +207,14 @@ void CMaskDataGenerator::Stop()
             worker->Stop();
     }
     if (m_queueBuffer != nullptr && m_queueBuffer->m_queue_Work != nullptr)
-        m_queueBuffer->m_queue_Work->NotEmpty_Set(); // a sleeping worker need not sleep its time out
+        m_queueBuffer->m_queue_Work->NotEmpty_Set(); // wakes sleeping workers before their time is up
     for (const std::unique_ptr<CMaskDataGenerator_Sub>& worker : m_subThreads) {
         if (worker != nullptr)
             worker->Wait_Exit(WAIT_NO_LIMIT);
     }
     CustomThreadBase::Stop();
     if (m_queueBuffer != nullptr && m_queueBuffer->m_queue_Free != nullptr)
-        m_queueBuffer->m_queue_Free->NotEmpty_Set(); // nor the producer
+        m_queueBuffer->m_queue_Free->NotEmpty_Set(); // and the producer
 }
 
 bool CMaskDataGenerator::Wait_Exit(unsigned int milliseconds)

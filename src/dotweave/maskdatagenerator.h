@@ -35,8 +35,8 @@ public:
     /// Stops all workers, waits for them, then asks the producer to end.
     void Stop() override;
 
-    /// Whether every line of the output was written or blanked; to be asked when the run has ended. A producer
-    /// that was stopped, or that could not even log its failure, leaves lines as the memory held them.
+    /// Whether workers have written every line of the output; to be asked when the run has ended. Otherwise lines
+    /// are as the memory was: workers failed, the run was stopped, or the producer failed.
     [[nodiscard]] bool IsOutputComplete() const { return m_isOutputComplete; }
 
 protected:
@@ -56,8 +56,8 @@ private:
     bool OneLoop_ByState();
     bool AddSourceData();
     bool NextItem_Advance();
+    [[nodiscard]] bool HaveWorkersEnded(unsigned int milliseconds) const;
     void WaitSub();
-    void LostItems_Clear();
 
     std::int32_t m_processState = 0;
     SMaskDataGenerate_Param m_param{};
@@ -68,6 +68,7 @@ private:
     std::int32_t m_subThreadCount = 1;
     std::unique_ptr<CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>> m_queueBuffer;
     std::unique_ptr<CSineMask> m_sineMask;
+    std::int64_t m_itemsHandedOut = 0;
     bool m_isOutputComplete = false; // belongs to the own thread until that has ended
 
     friend struct SMaskDataGenerator_Peek; // the tests' only key to private members; defined in tests/support

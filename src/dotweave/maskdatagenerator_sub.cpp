@@ -1,11 +1,11 @@
 #include "maskdatagenerator_sub.h"
 
 #include "constants.h"
+#include "kernels/maskkernels.h"
 #include "log.h"
 #include "maskregion.h"
 #include "schedulepoint.h"
 
-#include <algorithm>
 #include <exception>
 #include <thread>
 
@@ -17,36 +17,6 @@ constexpr char UNIT[] = "maskdatagenerator_sub";
 
 /// Longest sleep for a work item, in milliseconds.
 constexpr unsigned int WORK_WAIT_MS = 100;
-
-SSineRows SineRows(const CSineMask* sine, int blockHeight)
-{
-    if (sine == nullptr)
-        return {{blockHeight, blockHeight}, {blockHeight, blockHeight}};
-    const int featherHeight = sine->FeatherHeight_Get();
-    const int sineHeight = sine->MaskHeight_Get();
-    return {{featherHeight - sineHeight, featherHeight},
-            {std::max(blockHeight - sineHeight, featherHeight), blockHeight}};
-}
-
-int RowCount(SRowRange rows)
-{
-    return rows.end - rows.first;
-}
-
-/// Hands the dots of a band's last feather rows that lie outside the sine curve to its first feather rows.
-/// The block holds the sine part of both, top rows first; the top takes the bottom's dots as they were.
-void Dots_MoveUp(CMaskBlock& block, const CSineMask& sine)
-{
-    const std::uint8_t* up = sine.MaskBuffer_Up_Get();
-    const std::uint8_t* down = sine.MaskBuffer_Down_Get();
-    const int size = sine.MaskSize_Get();
-    std::uint8_t* top = block.MaskData();
-    std::uint8_t* bottom = top + (block.MaskDataBytesCount() - size);
-    for (int k = 0; k < size; ++k)
-        top[k] = static_cast<std::uint8_t>(top[k] | (bottom[k] & up[k]));
-    for (int k = 0; k < size; ++k)
-        bottom[k] = static_cast<std::uint8_t>(bottom[k] & down[k]);
-}
 
 } // namespace
 
@@ -80,22 +50,13 @@ bool CMaskDataGenerator_Sub::Prepare()
     return true;
 }
 
-/// Blanks the lines of an item that the worker was about to write when it failed or was stopped.
-void CMaskDataGenerator_Sub::Finally()
-{
-    CustomThreadBase::Finally();
-    if (m_processState >= ProcessState_Generate && m_processState <= ProcessState_Merge)
-        ItemLines_Clear(*m_pParam, *m_pSourceData);
-}
-
 bool CMaskDataGenerator_Sub::OneLoop()
 {
     try {
         if (OneLoop_ByState())
             return true;
     } catch (const std::exception&) {
-        // No memory for the blocks, say: this worker ends like one that failed; while others live, they
-        // take its share.
+        // No memory for the blocks, say. The worker fails; the others take its share.
     }
     Log_FailureValue(UNIT, "bool __cdecl CMaskDataGenerator_Sub::OneLoop(void)", __LINE__,
                      "m_processState = ", m_processState);
@@ -121,6 +82,7 @@ bool CMaskDataGenerator_Sub::OneLoop_ByState()
         return true;
     case ProcessState_Merge:
         Merge_AllBlock();
+        ++m_itemsWritten;
         m_processState = ProcessState_Complete;
         return true;
     case ProcessState_Complete:
@@ -130,7 +92,7 @@ bool CMaskDataGenerator_Sub::OneLoop_ByState()
     }
 }
 
-/// All memory that items need. Rows that no sine mask touches never become bytes per pixel.
+/// Allocates all memory that items need. Rows that no sine mask touches never become bytes per pixel.
 void CMaskDataGenerator_Sub::AllocateBlocks()
 {
     const SMaskDataGenerate_Param& param = *m_pParam;
@@ -169,13 +131,12 @@ void CMaskDataGenerator_Sub::WaitForWork()
 bool CMaskDataGenerator_Sub::GenerateMaskData()
 {
     const SMaskDataGenerate_Param& param = *m_pParam;
-    const int rowStart = MaskRegion_Row(m_pSourceData->position, param.rowStep,
-                                        m_pSourceData->splitIndex_YRes, param.splitCount_YRes);
-    for (int j = 0; j < param.splitCount_XRes; ++j) {
+    const int blockCount = Item_HasLines(param) ? param.splitCount_XRes : 0;
+    for (int j = 0; j < blockCount; ++j) {
         CMaskBlock& block = m_blocks[static_cast<std::size_t>(j)];
         block.ClearMaskData();
         const int colStart = MaskRegion_Column(j, param.thresholdWidth, param.splitCount_XRes);
-        if (!Cut_OneBlock(rowStart, colStart, block))
+        if (!Cut_OneBlock(Item_FirstPlaneRow(param, *m_pSourceData), colStart, block))
             return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator_Sub::GenerateMaskData(void)", __LINE__);
     }
     m_processState = ProcessState_Feather;
@@ -184,23 +145,7 @@ bool CMaskDataGenerator_Sub::GenerateMaskData()
 
 bool CMaskDataGenerator_Sub::Cut_OneBlock(int rowStart, int colStart, CMaskBlock& block)
 {
-    SParam_GenerateMaskData cut = {};
-    cut.cutTableCount = m_pParam->cutTableCount;
-    cut.baseMaskData = m_pParam->pBaseMaskData->MaskData(m_pSourceData->color);
-    cut.offsetX = colStart;
-    cut.baseMaskHeight = m_pParam->thresholdHeight;
-    cut.baseMaskWidth = m_pParam->thresholdWidth;
-    cut.bitsPerPixel = m_pParam->dotBits;
-    cut.maskBlock = &block;
-    // The block holds the top rows and behind them the bottom rows of the band.
-    const int topCount = RowCount(m_sineRows.top);
-    const auto cutRows = [&](int bandRow, SRowRange rows) {
-        cut.cutTable = m_pParam->pCutTable + (bandRow - rows.first);
-        cut.offsetY = rowStart + (bandRow - rows.first);
-        MaskKernel_Cut(cut, rows);
-    };
-    cutRows(m_sineRows.top.first, {0, topCount});
-    cutRows(m_sineRows.bottom.first, {topCount, block.Height()});
+    SineRows_Cut(m_sineRows, Item_Cut(*m_pParam, *m_pSourceData, rowStart, colStart, block));
     return true;
 }
 
@@ -209,49 +154,33 @@ void CMaskDataGenerator_Sub::Feather_SineMask()
     if (m_pSineMask == nullptr)
         return;
     for (int j = 0; j < m_pParam->splitCount_XRes; ++j)
-        Dots_MoveUp(m_blocks[static_cast<std::size_t>(j)], *m_pSineMask);
+        SineRows_MoveDots(m_blocks[static_cast<std::size_t>(j)], *m_pSineMask);
 }
 
 /// Writes all lines of the item: those of the sine rows from the blocks, all others straight from the
 /// thresholds.
 void CMaskDataGenerator_Sub::Merge_AllBlock()
 {
-    Lines_Pack({0, m_sineRows.top.first});
+    if (!Item_HasLines(*m_pParam))
+        return;
+    const SMaskPack pack = Item_Pack(*m_pParam, *m_pSourceData);
+    const auto& cutAndPack = MaskKernels_Get().cutAndPack;
+    cutAndPack(pack, {0, m_sineRows.top.first}, m_scratch.data());
     Lines_Merge(0, m_sineRows.top);
-    Lines_Pack({m_sineRows.top.end, m_sineRows.bottom.first});
+    cutAndPack(pack, {m_sineRows.top.end, m_sineRows.bottom.first}, m_scratch.data());
     Lines_Merge(RowCount(m_sineRows.top), m_sineRows.bottom);
 }
 
-void CMaskDataGenerator_Sub::Lines_Pack(SRowRange rows)
-{
-    const SMaskDataGenerate_Param& param = *m_pParam;
-    if (param.splitCount_XRes < 1 || RowCount(rows) == 0)
-        return;
-    SMaskPack pack = {};
-    pack.cutTable = param.pCutTable;
-    pack.plane = param.pBaseMaskData->MaskData(m_pSourceData->color);
-    pack.planeWidth = param.thresholdWidth;
-    pack.planeHeight = param.thresholdHeight;
-    pack.offsetY = MaskRegion_Row(m_pSourceData->position, param.rowStep, m_pSourceData->splitIndex_YRes,
-                                  param.splitCount_YRes);
-    pack.width = param.thresholdWidth;
-    pack.xResPass = param.splitCount_XRes;
-    pack.bitsPerPixel = param.dotBits;
-    pack.firstLine = ItemLines_First(param, *m_pSourceData);
-    pack.lineDistance = ItemLines_Distance(param);
-    MaskKernel_CutAndPack(pack, rows, m_scratch.data());
-}
-
-/// Writes the lines of band rows whose dots stand in the blocks from row blockRow on.
+/// Writes the lines of band rows whose dots are in the blocks, from row blockRow on.
 void CMaskDataGenerator_Sub::Lines_Merge(int blockRow, SRowRange rows)
 {
     if (RowCount(rows) == 0)
         return;
     const std::ptrdiff_t distance = ItemLines_Distance(*m_pParam);
-    MaskKernel_Merge(m_blocks.get(), m_pParam->splitCount_XRes, m_pParam->dotBits,
-                     {blockRow, blockRow + RowCount(rows)},
-                     ItemLines_First(*m_pParam, *m_pSourceData) + (rows.first - blockRow) * distance,
-                     distance, m_scratch.data());
+    MaskKernels_Get().merge(m_blocks.get(), m_pParam->splitCount_XRes, m_pParam->dotBits,
+                            {blockRow, blockRow + RowCount(rows)},
+                            ItemLines_First(*m_pParam, *m_pSourceData) + (rows.first - blockRow) * distance,
+                            distance, m_scratch.data());
 }
 
 bool CMaskDataGenerator_Sub::CompleteOneSourceData()

@@ -3,8 +3,8 @@
 #include "dotweave/maskblock.h"
 #include "dotweave/sinemask.h"
 #include "kelptrqueuebuffer.h"
-#include "kernels/maskkernels.h"
 #include "maskdatagenerate_param.h"
+#include "sinerows.h"
 
 #include <kelcommon/customthreadbase.h>
 
@@ -12,17 +12,6 @@
 #include <cstdint>
 #include <memory>
 #include <vector>
-
-namespace dotweave {
-
-/// The rows of a band that the sine mask moves dots between: the sine part of its first feather rows and that
-/// of its last ones. Where the two overlap, the common rows belong to the top.
-struct SSineRows {
-    SRowRange top;
-    SRowRange bottom;
-};
-
-} // namespace dotweave
 
 /// One worker of the generator. Takes work items from the work queue, cuts and packs each into its own lines
 /// of the output, and hands the item back; ends by itself when the producer has finished and the queue is
@@ -33,7 +22,7 @@ public:
     CMaskDataGenerator_Sub() = default;
     CMaskDataGenerator_Sub(const CMaskDataGenerator_Sub&) = delete;
     CMaskDataGenerator_Sub& operator=(const CMaskDataGenerator_Sub&) = delete;
-    /// Stops the thread and waits for it; then frees the blocks and an item that the worker still holds.
+    /// Stops the thread and waits for it; then frees the blocks and the item in work, if any.
     ~CMaskDataGenerator_Sub() override;
 
     /// Starts the worker's thread.
@@ -44,10 +33,13 @@ public:
     bool Create(const SMaskDataGenerate_Param* param,
                 CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>* queueBuffer, const CSineMask* sineMask);
 
+    /// Items whose lines are written; to be asked when the thread has ended.
+    [[nodiscard]] std::int64_t ItemsWritten() const { return m_itemsWritten; }
+
 protected:
     bool OneLoop() override;
     bool Prepare() override;
-    void Finally() override;
+    void Finally() override { CustomThreadBase::Finally(); }
 
 private:
     enum EProcessState : std::int32_t {
@@ -64,7 +56,6 @@ private:
     void WaitForWork();
     bool GenerateMaskData();
     bool Cut_OneBlock(int rowStart, int colStart, CMaskBlock& block);
-    void Lines_Pack(dotweave::SRowRange rows);
     void Lines_Merge(int blockRow, dotweave::SRowRange rows);
     void Feather_SineMask();
     void Merge_AllBlock();
@@ -78,6 +69,7 @@ private:
     const CSineMask* m_pSineMask = nullptr;
     dotweave::SSineRows m_sineRows{};
     std::vector<std::uint8_t> m_scratch;
+    std::int64_t m_itemsWritten = 0; // belongs to the own thread until that has ended
 
     friend struct SMaskDataGenerator_Sub_Peek; // the tests' only key to the steps; defined in tests/support
 };

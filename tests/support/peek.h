@@ -100,5 +100,4 @@ struct SMaskDataGenerator_Sub_Peek {
         worker.m_pSineMask = sineMask;
     }
     bool OneLoop() { return worker.OneLoop(); }
-    void Finally() { worker.Finally(); }
 };

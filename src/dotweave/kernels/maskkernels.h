@@ -21,6 +21,11 @@ struct SRowRange {
     int end;
 };
 
+constexpr int RowCount(SRowRange rows)
+{
+    return rows.end - rows.first;
+}
+
 /// One Y resolution pass of one band position, from thresholds to mask lines.
 struct SMaskPack {
     const SCutTable* cutTable;   ///< one range per block row
@@ -79,5 +84,20 @@ void MaskKernel_CutAndPack(const SMaskPack& pack, SRowRange rows, std::uint8_t* 
 /// @param planeWidth  columns of the threshold plane; 0 for a merge
 /// @param width       columns of one X resolution pass
 std::size_t MaskKernel_ScratchBytes(int planeWidth, int width, int xResPass);
+
+// ---- the set that workers call
+
+struct SMaskKernels {
+    decltype(&MaskKernel_Cut) cut;
+    decltype(&MaskKernel_Merge) merge;
+    decltype(&MaskKernel_CutAndPack) cutAndPack;
+};
+
+/// The fast twins, unless a test has put others in their place. Asked once per step of an item, never in a loop.
+const SMaskKernels& MaskKernels_Get();
+
+/// For tests: puts another set in place, such as one that fails. Only while no mask is being built.
+/// @param kernels  kept by the caller; null brings the fast twins back
+void MaskKernels_Set(const SMaskKernels* kernels);
 
 } // namespace dotweave

@@ -1,11 +1,11 @@
 // What the library's operations hand to each other where no result shows it.
 
-#include "handovers.h"
-
 #include "cuttables.h"
 #include "dotweave/maskdata_base.h"
 #include "dotweave/rawmaskdata.h"
+#include "generatorthread.h"
 #include "logcapture.h"
+#include "maskdata_base_usage.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -16,28 +16,59 @@
 #include <cstdint>
 #include <vector>
 
-TEST(Handovers, ACreationWaitsOnceAndForAMinute)
+namespace {
+
+/// Looks at the record of a generator whose own thread is about to start: all that it was given.
+template <typename TLook>
+SThreadFaults Faults_GeneratorParam(TLook look)
+{
+    SThreadFaults faults;
+    faults.starting = [look](CustomThreadBase& thread) {
+        if (auto* generator = dynamic_cast<CMaskDataGenerator*>(&thread))
+            look(SMaskDataGenerator_Peek{*generator}.Param());
+    };
+    return faults;
+}
+
+/// The record's numbers in their order, from the bytes of a colour to the feather profile.
+std::vector<int> Numbers(const SMaskDataGenerate_Param& param)
+{
+    return {param.maskBytes_OneColor,
+            param.maskBytes_OnePosition,
+            param.maskLineBytes,
+            param.thresholdHeight,
+            param.thresholdWidth,
+            param.colorCount,
+            param.positionCount,
+            param.cutTableCount,
+            param.blockHeight,
+            param.rowStep,
+            param.splitCount_XRes,
+            param.splitCount_YRes,
+            param.dotBits,
+            param.featherNozzleType};
+}
+
+TEST(Handovers, CreationWaitsOnceAndForAMinute)
 {
     std::vector<unsigned int> waits;
-    CHandovers handovers;
-    handovers.m_generatorWait = [&waits](unsigned int milliseconds) {
+    const CThreadFaults faults(Faults_GeneratorWait([&waits](unsigned int milliseconds) {
         waits.push_back(milliseconds);
-        return true;
-    };
+        return false;
+    }));
     CMaskData_Base mask;
     EXPECT_TRUE(mask.Create(MaskParam_Plain()));
     EXPECT_EQ(waits, std::vector<unsigned int>({60000}));
 }
 
-TEST(Handovers, AGeneratorThatTakesMoreThanAMinuteLeavesTheBlockAttached)
+TEST(Handovers, BlockStaysAttachedWhenTheMinuteIsOver)
 {
     int waitCount = 0;
-    CHandovers handovers;
-    handovers.m_generatorWait = [&waitCount](unsigned int /*milliseconds*/) {
+    const CThreadFaults faults(Faults_GeneratorWait([&waitCount](unsigned int /*milliseconds*/) {
         ++waitCount;
-        return false;
-    };
-    const CLogCapture quiet; // its records stand among the cases of the assembly
+        return true;
+    }));
+    const CLogCapture quiet; // its records are among the cases of the assembly
     CMaskData_Base mask;
     EXPECT_FALSE(mask.Create(MaskParam_Plain()));
     EXPECT_EQ(waitCount, 1);
@@ -47,29 +78,27 @@ TEST(Handovers, AGeneratorThatTakesMoreThanAMinuteLeavesTheBlockAttached)
     EXPECT_EQ(block->Height(), 1);
 }
 
-TEST(Handovers, TheSampleIsMadeOfTheAgreedRecord)
+TEST(Handovers, SampleIsMadeOfTheAgreedRecord)
 {
-    std::vector<SMaskParam> records;
-    CHandovers handovers;
-    handovers.m_maskCreate = [&records](const SMaskParam& param) { records.push_back(param); };
+    SMaskParam agreed = {};
+    agreed.nozzleCount = 544;
+    agreed.basePass = 1;
+    agreed.xResPass = 1;
+    agreed.yResPass = 1;
+    agreed.colorCount = 1;
+    agreed.bitsPerPixel = 1;
+    agreed.featherPercent = 50.0F;
+    agreed.colorTimes = 1;
+    EXPECT_EQ(MaskParam_Bytes(dotweave::Usage_Param()), MaskParam_Bytes(agreed));
+    std::vector<std::vector<int>> given;
+    const CThreadFaults faults(Faults_GeneratorParam(
+        [&given](const SMaskDataGenerate_Param& param) { given.push_back(Numbers(param)); }));
     EXPECT_TRUE(CMaskData_Base::Usage());
-    ASSERT_EQ(records.size(), 1U);
-    const SMaskParam& record = records.front();
-    EXPECT_EQ(record.nozzleCount, 544);
-    EXPECT_EQ(record.basePass, 1);
-    EXPECT_EQ(record.xResPass, 1);
-    EXPECT_EQ(record.yResPass, 1);
-    EXPECT_EQ(record.colorCount, 1);
-    EXPECT_EQ(record.bitsPerPixel, 1);
-    EXPECT_EQ(record.featherMode, 0);
-    EXPECT_EQ(record.featherPercent, 50.0F);
-    EXPECT_EQ(record.featherNozzleType, 0);
-    EXPECT_EQ(record.colorTimes, 1);
-    EXPECT_EQ(record.featherLevelPercent, 0);
-    EXPECT_EQ(record.resSplitType, 0);
+    EXPECT_EQ(given, (std::vector<std::vector<int>>{
+                         {544 * 68, 544 * 68, 68, 544, 544, 1, 1, 544, 544, 544, 1, 1, 1, 0}}));
 }
 
-TEST(Handovers, TheGeneratorGetsTheGeometryFieldByField)
+TEST(Handovers, GeneratorGetsTheGeometryFieldByField)
 {
     // Two hard passes of 120 rows; no two of the numbers are alike but the two that must be.
     SMaskParam mode = MaskParam_Plain();
@@ -82,42 +111,32 @@ TEST(Handovers, TheGeneratorGetsTheGeometryFieldByField)
     mode.featherNozzleType = 7; // never read with hard edges, and handed on all the same
     CMaskData_Base mask;
     int callCount = 0;
-    CHandovers handovers;
-    handovers.m_generatorCreate = [&mask, &callCount](const SMaskDataGenerate_Param& param) {
-        ++callCount;
-        const int lineBytes = 544 * 2 * 3 / 8;
-        EXPECT_EQ(param.pMaskBlock, SMaskData_Base_Peek{mask}.MaskBlock());
-        EXPECT_EQ(param.maskBytes_OneColor, 9 * 4 * 240 * lineBytes);
-        EXPECT_EQ(param.maskBytes_OnePosition, 4 * 240 * lineBytes);
-        EXPECT_EQ(param.maskLineBytes, lineBytes);
-        EXPECT_EQ(param.thresholdHeight, 540); // of which 120 rows take 9 positions
-        EXPECT_EQ(param.thresholdWidth, 544);
-        EXPECT_EQ(param.colorCount, 5);
-        EXPECT_EQ(param.positionCount, 9);
-        EXPECT_EQ(param.cutTableCount, 240);
-        EXPECT_EQ(param.blockHeight, 240);
-        EXPECT_EQ(param.rowStep, 120);
-        EXPECT_EQ(param.splitCount_XRes, 3);
-        EXPECT_EQ(param.splitCount_YRes, 4);
-        EXPECT_EQ(param.dotBits, 2);
-        EXPECT_EQ(param.featherNozzleType, 7);
-
-        ASSERT_NE(param.pMaskBlock, nullptr);
-        EXPECT_EQ(param.pMaskBlock->Width(), 9 * 4 * 240 * lineBytes);
-        EXPECT_EQ(param.pMaskBlock->Height(), 5);
-        ASSERT_NE(param.pCutTable, nullptr);
-        CRanges table;
-        for (int row = 0; row < 240; ++row)
-            table.push_back({param.pCutTable[row].lowerLimit, param.pCutTable[row].upperLimit});
-        EXPECT_EQ(table, PassZones(2, 120));
-        ASSERT_NE(param.pBaseMaskData, nullptr);
-        for (int color = 0; color < 5; ++color) {
-            const std::uint16_t* matrix = CRawMaskData::RawData(color);
-            EXPECT_TRUE(
-                std::equal(matrix, matrix + std::ptrdiff_t{540} * 544, param.pBaseMaskData->MaskData(color)))
-                << color;
-        }
-    };
+    const CThreadFaults faults(
+        Faults_GeneratorParam([&mask, &callCount](const SMaskDataGenerate_Param& param) {
+            ++callCount;
+            const int line = 544 * 2 * 3 / 8;
+            // Of the 544 rows of a plane, 120 rows a position take 9 positions and 540 rows.
+            EXPECT_EQ(Numbers(param), (std::vector<int>{9 * 4 * 240 * line, 4 * 240 * line, line, 540, 544, 5,
+                                                        9, 240, 240, 120, 3, 4, 2, 7}));
+            EXPECT_EQ(param.pMaskBlock, SMaskData_Base_Peek{mask}.MaskBlock());
+            ASSERT_NE(param.pMaskBlock, nullptr);
+            EXPECT_EQ(param.pMaskBlock->Width(), 9 * 4 * 240 * line);
+            EXPECT_EQ(param.pMaskBlock->Height(), 5);
+            ASSERT_NE(param.pCutTable, nullptr);
+            CRanges table;
+            for (int row = 0; row < 240; ++row)
+                table.push_back({param.pCutTable[row].lowerLimit, param.pCutTable[row].upperLimit});
+            EXPECT_EQ(table, PassZones(2, 120));
+            ASSERT_NE(param.pBaseMaskData, nullptr);
+            for (int color = 0; color < 5; ++color) {
+                const std::uint16_t* matrix = CRawMaskData::RawData(color);
+                EXPECT_TRUE(std::equal(matrix, matrix + std::ptrdiff_t{540} * 544,
+                                       param.pBaseMaskData->MaskData(color)))
+                    << color;
+            }
+        }));
     EXPECT_TRUE(mask.Create(mode));
     EXPECT_EQ(callCount, 1);
 }
+
+} // namespace

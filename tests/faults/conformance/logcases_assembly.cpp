@@ -2,7 +2,7 @@
 #include "logscopes.h"
 
 #include "dotweave/maskdata_base.h"
-#include "handovers.h"
+#include "generatorthread.h"
 #include "maskparams.h"
 #include "peek.h"
 
@@ -16,7 +16,7 @@ namespace {
 using Records = std::vector<SLogRecord>;
 
 /// A mask object whose layout is done, and whose parameters then become what no layout lets through: the only
-/// way to a cut table that fails behind a layout that did not.
+/// way to a cut table that fails after a layout that did not.
 class CChangedMask : public CMaskData_Base {
 public:
     explicit CChangedMask(std::function<void(SMaskParam&)> change) : m_change(std::move(change)) {}
@@ -118,8 +118,8 @@ std::vector<SLogCase> LogCases_Assembly()
                      {Failure(UNIT_GENERATOR, SCOPE_GENERATOR_WAIT), Failure(UNIT_MASK, SCOPE_MASK_DATA)}});
     cases.push_back({"GeneratorNotDoneInTimeCreate",
                      [] {
-                         CHandovers handovers;
-                         handovers.m_generatorWait = [](unsigned int /*milliseconds*/) { return false; };
+                         const CThreadFaults faults(
+                             Faults_GeneratorWait([](unsigned int /*milliseconds*/) { return true; }));
                          CMaskData_Base mask;
                          return mask.Create(MaskParam_Plain());
                      },
@@ -132,6 +132,14 @@ std::vector<SLogCase> LogCases_Assembly()
                          return !laidOut.isDone || laidOut.peek.CreateMaskData_Old();
                      },
                      {Failure(UNIT_MASK, SCOPE_MASK_CUT), Failure(UNIT_MASK, SCOPE_MASK_DATA_OLD)}});
+    cases.push_back({"OutputNotComplete",
+                     [] {
+                         const CThreadFaults faults(Faults_Prepare(&IsProducer));
+                         CMaskData_Base mask;
+                         return mask.Create(MaskParam_Plain());
+                     },
+                     {Failure(UNIT_GENERATOR, SCOPE_GENERATOR_PREPARE), Failure(UNIT_MASK, SCOPE_MASK_DATA),
+                      MaskCreateFailure(120)}});
     cases.push_back({"DumpIntoAFolderThatIsNotThere",
                      [] {
                          const std::filesystem::path path = std::filesystem::path(testing::TempDir()) /

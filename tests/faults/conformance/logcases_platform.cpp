@@ -5,11 +5,11 @@
 #include "dotweave/maskdatafactory.h"
 #include "dotweave/maskdatastorage.h"
 #include "generatorjob.h"
+#include "generatorthread.h"
 #include "maskparams.h"
 #include "missingthread.h"
 #include "nolimit.h"
 #include "peek.h"
-#include "platformfaults.h"
 
 #include <utility>
 
@@ -19,7 +19,7 @@ namespace {
 std::function<bool()> WithThreads(int threadCount, bool (*call)())
 {
     return [threadCount, call] {
-        const CPlatformFaults faults = CPlatformFaults::StartsLeft(threadCount);
+        const CThreadFaults faults(threadCount);
         return call();
     };
 }
@@ -50,7 +50,7 @@ bool StorageInit()
 
 bool ProducerPrepare()
 {
-    const CPlatformFaults faults = CPlatformFaults::Prepare(EFailingPrepare::Producer);
+    const CThreadFaults faults(Faults_Prepare(&IsProducer));
     SGeneratorJob job(PlainMask_Sliding(8, 4));
     CMaskDataGenerator generator;
     return !generator.Create(job.param, 6) || !generator.Wait_Exit(NO_LIMIT_MS) ||
@@ -59,7 +59,7 @@ bool ProducerPrepare()
 
 bool WorkerPrepare()
 {
-    const CPlatformFaults faults = CPlatformFaults::Prepare(EFailingPrepare::Worker);
+    const CThreadFaults faults(Faults_Prepare(&IsWorker));
     SGeneratorJob job(PlainMask_Sliding(8, 4));
     CKelPtrQueueBuffer<SMaskDataGenerate_SubParam> buffer;
     std::vector<SMaskDataGenerate_SubParam*> none;

@@ -4,12 +4,12 @@
 #include "dotweave/maskdata_base.h"
 #include "dotweave/maskdatafactory.h"
 #include "dotweave/maskdatastorage.h"
+#include "generatorthread.h"
 #include "log.h"
 #include "logcapture.h"
 #include "logscopes.h"
 #include "maskparams.h"
 #include "peek.h"
-#include "platformfaults.h"
 #include "throwingsink.h"
 
 #include <boost/log/attributes/named_scope.hpp>
@@ -21,7 +21,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <thread>
 #include <vector>
 
@@ -69,14 +68,14 @@ bool HasOpenScopes()
 
 } // namespace
 
-TEST(LogSwitch, AnEnabledCoreEvaluatesTheTextOnce)
+TEST(LogSwitch, EnabledCoreEvaluatesTheTextOnce)
 {
     const CLogCapture log;
     EXPECT_EQ(TimesEvaluated(), 1);
     EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{{"scope", "unit", 1, 2, "1"}}));
 }
 
-TEST(LogSwitch, ADisabledCoreEvaluatesNothing)
+TEST(LogSwitch, DisabledCoreEvaluatesNothing)
 {
     const CLogCapture log;
     const CLoggingDisabled disabled;
@@ -85,7 +84,7 @@ TEST(LogSwitch, ADisabledCoreEvaluatesNothing)
     EXPECT_FALSE(HasOpenScopes());
 }
 
-TEST(LogSwitch, AFilteredRecordEvaluatesNothing)
+TEST(LogSwitch, FilteredRecordEvaluatesNothing)
 {
     const CLogCapture log;
     const CEverythingFiltered filtered;
@@ -109,7 +108,7 @@ TEST(LogSwitch, LoggingNeverChangesAResult)
     EXPECT_TRUE(log.Records().empty());
 }
 
-TEST(LogSwitch, EveryStatementPushesItsOwnScopeAlone)
+TEST(LogSwitch, StatementsPushTheirOwnScopeAlone)
 {
     std::vector<std::size_t> depths;
     core::get()->set_filter([&depths](const boost::log::attribute_value_set&) {
@@ -123,7 +122,7 @@ TEST(LogSwitch, EveryStatementPushesItsOwnScopeAlone)
     EXPECT_FALSE(HasOpenScopes());
 }
 
-TEST(LogSwitch, ASinksErrorComesOutOfCreateBehindTheFirstRecord)
+TEST(LogSwitch, SinkErrorComesOutOfCreate)
 {
     const CLogCapture log;
     {
@@ -138,21 +137,21 @@ TEST(LogSwitch, ASinksErrorComesOutOfCreateBehindTheFirstRecord)
                                                        "m_maskHeight = 544, m_leadBlankHeight = 544"}}));
 }
 
-TEST(LogSwitch, ASinkDoesNotHinderAModeThatLogsNothing)
+TEST(LogSwitch, SinkDoesNotHinderAModeWithoutRecords)
 {
     const CThrowingSink sink;
     CMaskData_Base mask;
     EXPECT_TRUE(mask.Create(MaskParam_Small(0)));
 }
 
-TEST(LogSwitch, TheFactoryPassesASinksErrorOnAndFreesTheObject)
+TEST(LogSwitch, FactoryPassesASinkErrorOnAndFrees)
 {
-    // The object that is left behind by a plain refusal is not left behind here; the leak checker sees it.
+    // A plain refusal keeps the object for good; here it is freed, which the leak checker sees.
     const CThrowingSink sink;
     EXPECT_THROW(CMaskDataFactory::MaskData_Create(Mode_WithoutBand()), CSinkError);
 }
 
-TEST(LogSwitch, TheStorageIsUnlockedAndUsableBehindASinksError)
+TEST(LogSwitch, StorageIsUsableAfterASinkError)
 {
     CMaskDataStorage storage;
     ASSERT_TRUE(storage.MaskData_Current_Init(MaskParam_Small(1)));
@@ -169,43 +168,49 @@ TEST(LogSwitch, TheStorageIsUnlockedAndUsableBehindASinksError)
     EXPECT_EQ(SMaskDataStorage_Peek{storage}.List().size(), 1U);
 }
 
-bool IsBlank(const CMaskData_Base& mask)
+/// Whether a creation that failed in its assembly left a block that nobody wrote to.
+bool IsBlank(CMaskData_Base& mask)
 {
-    int position = -1;
-    const std::uint8_t* bytes = mask.MaskData_Get(0, position);
-    return std::all_of(bytes, bytes + mask.MaskBytes_OneColor(), [](std::uint8_t byte) { return byte == 0; });
+    const CMaskBlock* block = SMaskData_Base_Peek{mask}.MaskBlock();
+    return block != nullptr &&
+           std::all_of(block->MaskData_Const(), block->MaskData_Const() + block->MaskDataBytesCount(),
+                       [](std::uint8_t byte) { return byte == 0; });
 }
 
-TEST(LogSwitch, ASinksErrorOnAWorkersThreadStaysThere)
-{
-    // Every worker fails, and so does what each of them logs. The band's only item is lost and leaves zeros.
-    const CPlatformFaults faults = CPlatformFaults::Prepare(EFailingPrepare::Worker);
-    const CLogCapture log;
-    const CThrowingSink sink;
-    CMaskData_Base mask;
-    EXPECT_TRUE(mask.Create(MaskParam_Plain()));
-    EXPECT_EQ(log.Records(), std::vector<SLogRecord>(6, Failure(UNIT_WORKER, SCOPE_WORKER_PREPARE)));
-    EXPECT_TRUE(IsBlank(mask));
-}
+/// Threads that do not get ready, by what they are.
+struct SUnreadyThread {
+    const char* name;
+    bool (*isUnready)(const CustomThreadBase&);
+    std::vector<SLogRecord> records; // of all of them
+};
 
-TEST(LogSwitch, AProducerThatDoesNotGetReadyLeavesABlankMask)
+TEST(LogSwitch, UnreadyThreadsFailWhateverTheSinkDoes)
 {
-    const CPlatformFaults faults = CPlatformFaults::Prepare(EFailingPrepare::Producer);
-    for (const bool isSinkThrowing : {false, true}) {
-        SCOPED_TRACE(isSinkThrowing);
-        const CLogCapture log;
-        std::optional<CThrowingSink> sink;
-        if (isSinkThrowing)
-            sink.emplace();
+    const SUnreadyThread unready[] = {
+        {"producer", &IsProducer, {Failure(UNIT_GENERATOR, SCOPE_GENERATOR_PREPARE)}},
+        {"workers", &IsWorker, {std::size_t{6}, Failure(UNIT_WORKER, SCOPE_WORKER_PREPARE)}}};
+    for (const SUnreadyThread& threads : unready) {
+        SCOPED_TRACE(threads.name);
+        const CThreadFaults faults(Faults_Prepare(threads.isUnready));
+        CLogCapture log;
         CMaskData_Base mask;
         const CDirtyMemory dirty;
-        EXPECT_TRUE(mask.Create(MaskParam_Plain()));
-        EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_GENERATOR, SCOPE_GENERATOR_PREPARE)}));
+        EXPECT_FALSE(mask.Create(MaskParam_Plain()));
+        const std::vector<SLogRecord> end = {Failure(UNIT_MASK, SCOPE_MASK_DATA), MaskCreateFailure(120)};
+        EXPECT_EQ(log.Records(), Chain(threads.records, end));
         EXPECT_TRUE(IsBlank(mask));
+
+        // A sink's error stays on the thread that logs; the caller's own first record takes the call with it.
+        log.Clear();
+        CMaskData_Base other;
+        const CThrowingSink sink;
+        EXPECT_THROW(other.Create(MaskParam_Plain()), CSinkError);
+        EXPECT_EQ(log.Records(), Chain(threads.records, {end.front()}));
+        EXPECT_TRUE(IsBlank(other));
     }
 }
 
-TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateToo)
+TEST(LogSwitch, ProducerWhoseRecordThrowsLogsItsState)
 {
     CMaskDataGenerator generator;
     SMaskDataGenerator_Peek peek{generator};
@@ -220,5 +225,5 @@ TEST(LogSwitch, AProducerWhoseRecordThrowsLogsItsStateToo)
     EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{
                                  Failure(UNIT_GENERATOR, SCOPE_GENERATOR_ADD),
                                  FailureValue(UNIT_GENERATOR, SCOPE_GENERATOR_LOOP, "m_processState = 2")}));
-    EXPECT_FALSE(generator.IsOutputComplete()); // so the mask is blanked when the threads are gone
+    EXPECT_FALSE(generator.IsOutputComplete());
 }

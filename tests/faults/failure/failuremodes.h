@@ -12,8 +12,7 @@ struct SFailureMode {
 };
 
 /// Small modes that together use every builder of cut tables, both depths, resolution passes, the sine mask
-/// and more than one colour. None has more work items than go round at once, so that even with all workers
-/// gone a creation does not wait out its 60 seconds.
+/// and more than one colour. None has more work items than go round at once.
 const std::vector<SFailureMode>& FailureModes();
 std::ostream& operator<<(std::ostream& stream, const SFailureMode& mode);
 
@@ -21,5 +20,5 @@ std::ostream& operator<<(std::ostream& stream, const SFailureMode& mode);
 /// its bytes.
 inline constexpr long REJECTED_OBJECT_PIECES = 5;
 
-/// Logs a record, as the first one of a process leaves the logging library's own state allocated behind it.
+/// Logs a record: with the first one of a process the logging library allocates state that it keeps.
 void FirstRecord_Log();

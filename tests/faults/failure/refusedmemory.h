@@ -3,9 +3,9 @@
 #include <functional>
 
 /// @file
-/// Memory that runs out at will. The test program replaces every form of operator new, and where the C
-/// library can be stood in front of, malloc, calloc and realloc too; both count what is asked for in the
-/// whole process, in the threads that a creation starts as well.
+/// Memory that runs out at will. The test program replaces every form of operator new and, where the C library
+/// allows it, malloc, calloc and realloc; both count what is asked for in the whole process, in the threads that
+/// a creation starts as well.
 
 /// Whose requests are counted and refused.
 enum class ERequester {
@@ -60,7 +60,7 @@ bool CLibraryMemory_CanBeRefused();
 
 struct SAttempt {
     bool wasRefused = false; ///< whether any request was
-    long leftBehind = 0;     ///< pieces of memory that may stay allocated behind this attempt
+    long leftBehind = 0;     ///< pieces of memory that may stay allocated after this attempt
 };
 
 /// Makes an attempt with request 0 refused, another with request 1 refused and so on, until one meets no

@@ -6,7 +6,7 @@
 #include "missingthread.h"
 #include "peek.h"
 #include "refusedmemory.h"
-#include "refusedthreads.h"
+#include "threadfaults.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +14,7 @@
 #include <list>
 #include <memory>
 #include <new>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -69,7 +70,7 @@ protected:
     std::vector<std::uint8_t> m_expected;
 };
 
-TEST_F(RefusedMemoryStorage, NoStorageIsMadeByHalves)
+TEST_F(RefusedMemoryStorage, StorageIsMadeWholeOrNot)
 {
     const auto attempt = [](const SRefusalPlan& plan) {
         std::unique_ptr<CMaskDataStorage> storage;
@@ -87,7 +88,7 @@ TEST_F(RefusedMemoryStorage, NoStorageIsMadeByHalves)
     EXPECT_GE(Refuse_EachInTurn({0, ERequester::Caller}, attempt), 3); // itself, its mutex, its list
 }
 
-TEST_F(RefusedMemoryStorage, MakingANewModeCurrentKeepsTheListAndTheCurrentObjectOrSaysThatThereIsNone)
+TEST_F(RefusedMemoryStorage, NewModeMadeCurrent)
 {
     int thrownCount = 0;
     int missingCount = 0;
@@ -97,7 +98,7 @@ TEST_F(RefusedMemoryStorage, MakingANewModeCurrentKeepsTheListAndTheCurrentObjec
         bool isCurrent = false;
         bool isThrown = false;
         const CLogCapture log;
-        const CRefusedThreads threads(ALL_THREADS);
+        const CThreadFaults threads(ALL_THREADS);
         {
             const CRefusedMemory refusal(plan);
             try {
@@ -132,7 +133,7 @@ TEST_F(RefusedMemoryStorage, MakingANewModeCurrentKeepsTheListAndTheCurrentObjec
     RecordProperty("missingThreads", missingCount);
 }
 
-TEST_F(RefusedMemoryStorage, MakingAListedModeCurrentKeepsEverything)
+TEST_F(RefusedMemoryStorage, ListedModeMadeCurrent)
 {
     const auto attempt = [&](const SRefusalPlan& plan) {
         const SState before = State();
@@ -157,11 +158,13 @@ TEST_F(RefusedMemoryStorage, MakingAListedModeCurrentKeepsEverything)
 }
 
 /// An apply whose new object is not built is the agreed fault, so here every thread starts.
-TEST_F(RefusedMemoryStorage, ApplyingANewModeKeepsTheListAndTheCurrentObject)
+TEST_F(RefusedMemoryStorage, NewModeApplied)
 {
-    if (!THREADS_CAN_BE_REFUSED)
-        GTEST_SKIP() << "no way to spare the starts of threads";
-    const CSparedThreadStarts spared;
+    std::optional<CSparedRequests> spared; // for the time of each start
+    SThreadFaults faults;
+    faults.starting = [&spared](const CustomThreadBase& /*thread*/) { spared.emplace(); };
+    faults.started = [&spared] { spared.reset(); };
+    const CThreadFaults threads(faults);
     const auto attempt = [&](const SRefusalPlan& plan) {
         const SState before = State();
         SAttempt made;
@@ -191,7 +194,7 @@ TEST_F(RefusedMemoryStorage, ApplyingANewModeKeepsTheListAndTheCurrentObject)
     RecordProperty("thrown", refused);
 }
 
-TEST_F(RefusedMemoryStorage, AWorkerWithoutMemoryIsNoFailureOfTheStorage)
+TEST_F(RefusedMemoryStorage, WorkerWithoutMemoryIsNoFailure)
 {
     int number = 10;
     const auto attempt = [&](const SRefusalPlan& plan) {
@@ -215,7 +218,7 @@ TEST_F(RefusedMemoryStorage, AWorkerWithoutMemoryIsNoFailureOfTheStorage)
     EXPECT_GE(Refuse_EachInTurn({0, ERequester::Others}, attempt), 6);
 }
 
-TEST_F(RefusedMemoryStorage, FindingAndReadingAskForNoMemory)
+TEST_F(RefusedMemoryStorage, ReadingAsksForNoMemory)
 {
     const CRefusedMemory refusal({0, ERequester::All, ERefusal::FromThenOn});
     CMaskData_Base* current = m_storage.MaskData_Current_Get();

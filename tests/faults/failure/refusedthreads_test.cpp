@@ -1,5 +1,3 @@
-#include "refusedthreads.h"
-
 #include "dotweave/maskdatafactory.h"
 #include "dotweave/maskdatastorage.h"
 
@@ -10,6 +8,7 @@
 #include "maskbytes.h"
 #include "missingthread.h"
 #include "peek.h"
+#include "threadfaults.h"
 
 #include <gtest/gtest.h>
 
@@ -25,18 +24,12 @@ class RefusedThreads : public testing::TestWithParam<SFailureMode> {
 protected:
     RefusedThreads() : m_expected(MaskBytes_Undisturbed(GetParam().param)) {}
 
-    void SetUp() override
-    {
-        if (!THREADS_CAN_BE_REFUSED)
-            GTEST_SKIP() << "no way to stand in front of the threading library";
-    }
-
     /// @return what the operation logged while so many threads could start
     template <typename TOperation>
     static std::vector<SLogRecord> RecordsWith(int startCount, TOperation operation)
     {
         const CLogCapture log;
-        const CRefusedThreads threads(startCount);
+        const CThreadFaults threads(startCount);
         operation();
         EXPECT_EQ(threads.AskedCount(), startCount + 1); // nobody tries again
         return log.Records();
@@ -45,7 +38,7 @@ protected:
     std::vector<std::uint8_t> m_expected;
 };
 
-TEST_P(RefusedThreads, AnyOfTheSevenFailsCreateWhichEndsTheOthersBeforeItReturns)
+TEST_P(RefusedThreads, MissingThreadFailsCreate)
 {
     for (int started = 0; started < GENERATOR_THREAD_COUNT; ++started) {
         SCOPED_TRACE(started);
@@ -62,7 +55,7 @@ TEST_P(RefusedThreads, AnyOfTheSevenFailsCreateWhichEndsTheOthersBeforeItReturns
     }
 }
 
-TEST_P(RefusedThreads, AnyOfTheSevenGivesNullFromTheFactory)
+TEST_P(RefusedThreads, MissingThreadGivesNull)
 {
     for (int started = 0; started < GENERATOR_THREAD_COUNT; ++started) {
         SCOPED_TRACE(started);
@@ -77,7 +70,7 @@ TEST_P(RefusedThreads, AnyOfTheSevenGivesNullFromTheFactory)
     }
 }
 
-TEST_P(RefusedThreads, AnyOfTheSevenLeavesTheStorageWithoutACurrentObjectAndUsable)
+TEST_P(RefusedThreads, MissingThreadLeavesTheStorageUsable)
 {
     SMaskParam other = GetParam().param;
     other.colorCount += 2;
@@ -101,18 +94,18 @@ TEST_P(RefusedThreads, AnyOfTheSevenLeavesTheStorageWithoutACurrentObjectAndUsab
 
 TEST_P(RefusedThreads, SevenAreEnough)
 {
-    const CRefusedThreads threads(GENERATOR_THREAD_COUNT);
+    const CThreadFaults threads(GENERATOR_THREAD_COUNT);
     EXPECT_EQ(MaskBytes_Undisturbed(GetParam().param), m_expected);
     EXPECT_EQ(threads.AskedCount(), GENERATOR_THREAD_COUNT);
     EXPECT_TRUE(LiveThreads_AreGone());
 }
 
-TEST_P(RefusedThreads, NoneIsAskedForByTheAssemblyOnTheCallersThread)
+TEST_P(RefusedThreads, OldAssemblyAsksForNone)
 {
     CMaskData_Base mask;
     SMaskData_Base_Peek peek{mask};
     Geometry_Create(peek, GetParam().param);
-    const CRefusedThreads threads(0);
+    const CThreadFaults threads(0);
     EXPECT_TRUE(peek.CreateMaskData_Old());
     EXPECT_EQ(threads.AskedCount(), 0);
     EXPECT_NE(peek.MaskBlock(), nullptr);

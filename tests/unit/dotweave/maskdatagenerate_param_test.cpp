@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <numeric>
 #include <type_traits>
 #include <vector>
 
@@ -87,20 +86,6 @@ TEST(MaskDataGenerateParam, EveryMaskLineBelongsToOneItem)
         }
     }
     EXPECT_EQ(owners, std::vector<int>(owners.size(), 1));
-}
-
-TEST(MaskDataGenerateParam, ALostItemLeavesItsOwnLinesBlankAndNoOthers)
-{
-    SGeneratorJob job(PlainMask_Small());
-    std::iota(job.block.MaskData(), job.block.MaskData() + job.block.MaskDataBytesCount(), std::uint8_t{1});
-    std::vector<std::uint8_t> expected = job.Bytes();
-    const int line = job.param.maskLineBytes;
-    for (int row = 0; row < 5; ++row) { // colour 1, position 2: the sixth position of 10 lines each
-        const std::ptrdiff_t at = (std::ptrdiff_t{5} * 10 + row * 2 + 1) * line;
-        std::fill_n(expected.begin() + at, line, std::uint8_t{0});
-    }
-    dotweave::ItemLines_Clear(job.param, {1, 2, 1});
-    EXPECT_EQ(job.Bytes(), expected);
 }
 
 TEST(MaskDataGenerateParam, TheFirstItemOfAPositionBlanksOneByteInEachOfItsPages)

@@ -2,7 +2,6 @@
 
 #include "maskdatagenerator.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <thread>
@@ -171,21 +170,41 @@ TEST(MaskDataGenerator, AThreadThatDoesNotStartFailsCreateAndDestructionEndsTheW
         EXPECT_FALSE(worker->Wait_Exit(0)); // they run and wait for work
 }
 
-TEST(MaskDataGenerator, ItemsOfWorkersThatAllFailedLeaveBlankLines)
+TEST(MaskDataGenerator, WorkersThatAllFailEndTheRunIncomplete)
 {
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "the sanitizer does not let the allocation fail";
-    SPlainMask mask = PlainMask_Sliding(7, 3);
-    mask.positionCount = 3;
-    mask.yRes = 2;
-    SGeneratorJob job(mask);
-    std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0x5A});
-    job.param.splitCount_XRes = -1; // as many blocks as no memory holds: every worker ends in its first state
-    const CLogCapture quiet;
-    CMaskDataGenerator generator;
-    ASSERT_TRUE(generator.Create(job.param, 0));
-    ASSERT_TRUE(generator.Wait_Exit(0xFFFFFFFFU));
-    EXPECT_EQ(job.Bytes(), std::vector<std::uint8_t>(job.Bytes().size(), 0));
+    for (const int positionCount : {1, 3, 6, 7, 40}) { // up to 12 items go round at once
+        SCOPED_TRACE(positionCount);
+        SPlainMask mask = PlainMask_Sliding(7, 3);
+        mask.positionCount = positionCount;
+        mask.yRes = 2;
+        SGeneratorJob job(mask);
+        job.param.splitCount_XRes =
+            -1; // as many blocks as no memory has: every worker ends in its first state
+        const CLogCapture log;
+        CMaskDataGenerator generator;
+        ASSERT_TRUE(generator.Create(job.param, 0));
+        EXPECT_TRUE(generator.Wait_Exit(10000)); // the producer need not wait for anything
+        EXPECT_FALSE(generator.IsOutputComplete());
+        EXPECT_EQ(log.Records(), std::vector<SLogRecord>(
+                                     6, FailureValue(UNIT_WORKER, SCOPE_WORKER_LOOP, "m_processState = 1")));
+    }
+}
+
+TEST(MaskDataGenerator, OnlyAWholeRunIsComplete)
+{
+    SGeneratorJob small(PlainMask_Sliding(8, 4));
+    CMaskDataGenerator whole;
+    ASSERT_TRUE(whole.Create(small.param, 0));
+    ASSERT_TRUE(whole.Wait_Exit(NO_LIMIT_MS));
+    EXPECT_TRUE(whole.IsOutputComplete());
+    SGeneratorJob large(PlainMask_Large());
+    CMaskDataGenerator stopped;
+    ASSERT_TRUE(stopped.Create(large.param, 0));
+    stopped.Stop();
+    ASSERT_TRUE(stopped.Wait_Exit(NO_LIMIT_MS));
+    EXPECT_FALSE(stopped.IsOutputComplete());
 }
 
 } // namespace

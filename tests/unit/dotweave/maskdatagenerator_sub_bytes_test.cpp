@@ -120,38 +120,36 @@ TEST(MaskDataGeneratorSub, AllItemsTogetherMakeThePlainBytes)
     }
 }
 
-TEST(MaskDataGeneratorSub, WithoutXResolutionPassesAnItemGoesThroughAndWritesNothing)
+TEST(MaskDataGeneratorSub, ItemsWithoutResolutionPassesWriteNothing)
 {
-    CWorker worker(PlainMask_Small(1, 2, 1));
-    worker.job.param.splitCount_XRes = 0;
-    worker.RunTo(2);
-    worker.Work_Push(2, 1, 1);
-    worker.RunTo(6);
-    worker.RunTo(2);
-    const std::vector<std::uint8_t> bytes = worker.job.Bytes();
-    EXPECT_EQ(std::count(bytes.begin(), bytes.end(), 0), static_cast<std::ptrdiff_t>(bytes.size()));
+    struct SPasses {
+        int xRes;
+        int yRes;
+    };
+    for (const SPasses& passes : {SPasses{0, 2}, SPasses{1, 0}, SPasses{0, 0}}) {
+        SCOPED_TRACE(testing::Message() << passes.xRes << " x " << passes.yRes);
+        CWorker worker(PlainMask_Small(1, 2, 1));
+        worker.job.param.splitCount_XRes = passes.xRes;
+        worker.job.param.splitCount_YRes = passes.yRes; // a divisor of the item's threshold row
+        worker.RunTo(2);
+        worker.Work_Push(2, 1, 1);
+        worker.RunTo(6);
+        worker.RunTo(2);
+        EXPECT_EQ(worker.job.Bytes(), std::vector<std::uint8_t>(worker.job.Bytes().size(), 0));
+    }
 }
 
-TEST(MaskDataGeneratorSub, AWorkerThatEndsWithAnItemInHandBlanksItsLines)
+TEST(MaskDataGeneratorSub, AnItemCountsAsWrittenWhenItsLinesAre)
 {
-    // States 3 to 5: the lines are still to be written. Before and after, they are nobody's or done.
-    for (int state = 1; state <= 6; ++state) {
-        SCOPED_TRACE(state);
-        CWorker test(PlainMask_Small(2, 2, 1));
-        const CMaskBlock& block = test.job.block;
-        std::fill_n(test.job.block.MaskData(), block.MaskDataBytesCount(), std::uint8_t{0xFF});
-        test.peek.SourceData() = new SMaskDataGenerate_SubParam{1, 2, 1}; // the worker's from here on
-        test.peek.ProcessState() = state;
-        test.peek.Finally();
-        const int line = test.job.param.maskLineBytes;
-        const int lines = block.MaskDataBytesCount() / line;
-        const int first = (1 * 4 + 2) * 7 * 2 + 1; // colour 1 of 4 positions of 7 rows in two passes; pass 1
-        for (int at = 0; at < lines; ++at) {
-            const bool isOwn = at >= first && at < first + 14 && (at - first) % 2 == 0;
-            const int expected = isOwn && state >= 3 && state <= 5 ? 0 : 0xFF;
-            EXPECT_EQ(block.MaskData_Const()[at * line], expected) << "line " << at;
-            EXPECT_EQ(block.MaskData_Const()[at * line + line - 1], expected) << "line " << at;
-        }
+    CWorker worker(PlainMask_Small(2, 2, 1));
+    worker.RunTo(2);
+    for (int items = 0; items < 3; ++items) {
+        worker.Work_Push(0, items, 1);
+        worker.RunTo(5);
+        EXPECT_EQ(worker.worker.ItemsWritten(), items);
+        worker.RunTo(6);
+        EXPECT_EQ(worker.worker.ItemsWritten(), items + 1);
+        worker.RunTo(2);
     }
 }
 
