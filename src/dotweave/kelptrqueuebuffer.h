@@ -17,8 +17,7 @@ public:
     // No virtual destructor: the layout is agreed, and the class is final.
 
     /// Makes the queues, each with room for all items, and puts the items into the free queue in list order.
-    /// @param items  the pool; the queues own the items from here on. If an exception leaves this operation,
-    ///               the items still belong to the caller.
+    /// @param items  the pool, owned by the queues once this returns; after an exception still by the caller
     /// @return true
     virtual bool Create(std::vector<T*>& items, const std::string& name)
     {

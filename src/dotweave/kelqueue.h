@@ -17,8 +17,8 @@ class CKelQueue;
 
 /// A bounded queue of pointers for any number of producers and consumers.
 /// The lock-free queue is the truth; the two events are hints to sleep on. A waiter therefore always tries
-/// the queue again after waking, and no wait is without a limit. docs/threads.md has the argument why the
-/// events end up right. Does not own what its pointers point to; see CKelPtrQueue.
+/// the queue again after waking, and every wait has a limit. docs/threads.md argues why the events end up
+/// right. Does not own what its pointers point to; see CKelPtrQueue.
 template <typename T>
 class CKelQueue<T*> {
 public:
@@ -46,7 +46,7 @@ public:
     /// Whether the producer has announced its end. A flag seen before a pop that found nothing proves that
     /// the queue stays empty.
     bool AddFinished_Get() const { return m_isAddFinished->load() != 0; }
-    /// Sets the not-empty event once more, for the sleepers that one event may have woken too few of.
+    /// Sets the not-empty event once more, for sleepers that the last one did not wake.
     void NotEmpty_Set() { m_event_NotEmpty.Set(); }
     /// Tests the not-empty event. A hint, see above.
     bool NotEmpty_Test() { return m_event_NotEmpty.WaitOne(0); }
@@ -90,7 +90,7 @@ bool CKelQueue<T*>::TryPush(T* item)
     if (!m_queue->bounded_push(item))
         return false;
     dotweave::SchedulePoint();
-    // The value that the step itself returns tells who crossed a bound; a second read could miss it.
+    // The value that fetch_add itself returns tells who crossed a bound; a second read could miss it.
     const auto count = static_cast<std::int32_t>(m_count->fetch_add(1U) + 1U);
     dotweave::SchedulePoint();
     if (count == 1)
@@ -152,9 +152,9 @@ void CKelQueue<T*>::AddFinished_Set()
     m_event_NotEmpty.Set();
 }
 
-/// Brings the not-empty event in line with the count. Another thread may cross the bound between the look and
-/// the write, so the count is looked at again until both agree; the last writer then leaves the event right.
-/// The count is signed for a moment: a pop may overtake the counting of its own push.
+/// Brings the not-empty event in line with the count. Another thread may cross the bound between the read and
+/// the write, so the count is read again until both agree; the last writer then has set the event right.
+/// The count may be negative for a moment, when a pop overtakes the counting of its own push.
 template <typename T>
 void CKelQueue<T*>::NotEmpty_Correct()
 {

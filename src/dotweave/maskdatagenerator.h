@@ -13,7 +13,7 @@
 
 /// Builds all mask bytes of one mask object in the background: a producer, which is this thread, hands out
 /// one work item per colour, position and Y resolution pass to six workers.
-/// Construct; Create; Wait_Exit; destroy. docs/threads.md tells who owns what when.
+/// Construct; Create; Wait_Exit; destroy. docs/threads.md says who owns what, and when.
 /// Thread-safety: Create and destruction from one thread; Wait_Exit and Stop from any, once Create has returned.
 class CMaskDataGenerator : public CustomThreadBase {
 public:

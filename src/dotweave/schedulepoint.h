@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// Points of the queues and of the end of the work at which a thread may be held up at will. A test build defines
-/// DOTWEAVE_SCHEDULE_POINTS and the two functions; the library itself compiles to nothing here.
+/// Points in the queues and at the end of the work where a test can hold threads up. A test defines
+/// DOTWEAVE_SCHEDULE_POINTS and the two functions; in the library the calls compile to nothing.
 
 namespace dotweave {
 

@@ -12,7 +12,7 @@ namespace {
 using Records = std::vector<SLogRecord>;
 using Builder = bool (CMaskData_Base::*)(SCutTable*, int);
 
-/// Calls one builder of a mask object that holds these parameters.
+/// Calls one builder of a mask object that has these parameters.
 bool IsBuilt(const SMaskParam& current, Builder builder)
 {
     CMaskData_Base mask;

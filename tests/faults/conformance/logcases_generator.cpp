@@ -23,7 +23,7 @@ struct SProducer {
         peek.QueueBuffer()->Create(items, "pool");
         peek.Param() = job.param;
     }
-    SGeneratorJob job{PlainMask_Sliding(8, 4)}; // goes behind the generator that points to it
+    SGeneratorJob job{PlainMask_Sliding(8, 4)}; // outlives the generator that points to it
     CMaskDataGenerator generator;
     SMaskDataGenerator_Peek peek{generator};
 };

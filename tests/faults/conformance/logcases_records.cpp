@@ -125,7 +125,7 @@ void AddRefusedBySize(std::vector<SRefusedRecord>& refused)
                        MaskParam_Feathered(FeatherNozzle_Smooth_2, 544, 4, 0.0F),
                        {noBand, MaskCreateFailure(118)}});
     SMaskParam doubled = MaskParam_Feathered(FeatherNozzle_Smooth_2, 544, 4, 0.0F);
-    doubled.yResPass = 2; // the message tells mask lines, not nozzle rows
+    doubled.yResPass = 2; // the message counts mask lines, not nozzle rows
     SLogRecord noBandDoubled = noBand;
     noBandDoubled.text = "m_maskHeight = 1088, m_leadBlankHeight = 1088";
     refused.push_back(

@@ -68,7 +68,7 @@ std::vector<SLogCase> LogCases_Workers()
         cases.push_back({"NoMemoryForTheBlocks",
                          [] {
                              SWorker worker(1);
-                             worker.job.param.splitCount_XRes = -1; // as many blocks as no memory holds
+                             worker.job.param.splitCount_XRes = -1; // more blocks than any memory has room for
                              return worker.peek.OneLoop();
                          },
                          {State("1")}});

@@ -12,7 +12,7 @@ public:
 };
 
 /// A host's sink that cannot take a record: throws CSinkError out of every log statement while it lives,
-/// behind the sinks that were there before it.
+/// after the sinks that were added before it.
 class CThrowingSink {
 public:
     CThrowingSink();

@@ -126,7 +126,7 @@ SMaskParam MaskParam_ManyItems()
     return param;
 }
 
-TEST(FailingWorkers, AllWithMoreItemsThanGoRoundEndAtOnce)
+TEST(FailingWorkers, AllOfThemWithManyItemsEndAtOnce)
 {
     // Without the minute of the wait, of which the test program would not see the end.
     const auto start = std::chrono::steady_clock::now();

@@ -16,7 +16,7 @@ struct SFailureMode {
 const std::vector<SFailureMode>& FailureModes();
 std::ostream& operator<<(std::ostream& stream, const SFailureMode& mode);
 
-/// What a rejected object leaves allocated for good: itself, the two arrays of step offsets, the block and
+/// What stays allocated for good after a rejected object: itself, the two arrays of step offsets, the block and
 /// its bytes.
 inline constexpr long REJECTED_OBJECT_PIECES = 5;
 

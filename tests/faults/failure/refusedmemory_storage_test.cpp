@@ -194,7 +194,7 @@ TEST_F(RefusedMemoryStorage, NewModeApplied)
     RecordProperty("thrown", refused);
 }
 
-TEST_F(RefusedMemoryStorage, WorkerWithoutMemoryIsNoFailure)
+TEST_F(RefusedMemoryStorage, OfAWorkerIsNoFailure)
 {
     int number = 10;
     const auto attempt = [&](const SRefusalPlan& plan) {

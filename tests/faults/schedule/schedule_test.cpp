@@ -47,7 +47,7 @@ void SchedulePoint()
     const int holdUps = g_holdUps;
     if (holdUps == 0)
         return;
-    // By the thread's number: its id would come again with its stack, and every creation be held up alike.
+    // Seeded by the thread's number: its id is reused with its stack, which would hold every creation up alike.
     thread_local std::minstd_rand random(++g_threads * 2654435761U);
     const unsigned int draw = static_cast<unsigned int>(random());
     if (draw % static_cast<unsigned int>(holdUps) != 0)

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int CREATIONS_PER_THREAD = 30;
 
-TEST(CreationStress, SixteenThreadsCreateReadAndDestroyObjectsOfTheirOwn)
+TEST(CreationStress, SixteenThreadsCreateTheirOwn)
 {
     const std::vector<SStressMode> modes = StressModes_Mixed();
     HostThreads_Run([&](std::minstd_rand& random) {
@@ -68,13 +68,13 @@ long ResidentPages()
     return resident;
 }
 
-/// What is lost with every creation adds up: over the 3,900 creations behind the warm-up, 540 bytes each pass this
+/// What is lost with every creation adds up: over the 3,900 creations after the warm-up, 540 bytes each exceed this
 /// bound. What the allocator and the thread library keep for the next creation does not add up; a hundred
 /// creations warm it, but for arenas of the allocator that happen to be used late, for which the bound leaves room.
 constexpr long GROWTH_PAGES_MAX = 2 * 1024 * 1024 / 4096;
 constexpr int WARM_UP_CREATIONS = 100;
 
-TEST(CreationSoak, ThousandsOfCreationsUseNoMoreMemoryThanTheFirstHundred)
+TEST(CreationSoak, MemoryStaysLevel)
 {
 #if !defined(__linux__)
     GTEST_SKIP() << "no count of the resident pages";

@@ -17,7 +17,7 @@ constexpr int ROUNDS_STRESS = 120;
 constexpr int STORAGE_OBJECTS = 5;
 
 /// No more modes than a storage keeps: nothing is ever evicted, so every object may be read at any time.
-TEST(StorageStress, SixteenThreadsShareAStorageThatKeepsEverything)
+TEST(StorageStress, SixteenThreadsShareAStorage)
 {
     const std::vector<SStressMode> modes = StressModes_OneStep(STORAGE_OBJECTS);
     {
@@ -49,9 +49,9 @@ TEST(StorageStress, SixteenThreadsShareAStorageThatKeepsEverything)
     EXPECT_TRUE(LiveThreads_AreGone());
 }
 
-/// More modes than a storage keeps: an object may go with any call that adds one, so the host holds its own
+/// More modes than a storage keeps: any call that adds an object may delete another, so the host keeps its own
 /// lock from the call to the end of its reading.
-TEST(StorageStress, SixteenThreadsThatTakeTurnsMakeTheStorageEvictAndBuildAgain)
+TEST(StorageStress, TurnsMakeTheStorageEvict)
 {
     const std::vector<SStressMode> modes = StressModes_OneStep(9);
     CMaskDataStorage storage;

@@ -85,7 +85,7 @@ TEST(KelPtrQueue, ClearDeletesAllItemsAndTheQueueGoesOn)
     EXPECT_EQ(SItem::s_liveCount, 0);
 }
 
-TEST(KelPtrQueue, ANullItemIsTakenOutAndDeletedLikeAnyOther)
+TEST(KelPtrQueue, NullItemIsTreatedLikeAnyOther)
 {
     CItemQueue queue(2);
     ASSERT_TRUE(queue.Push(nullptr));

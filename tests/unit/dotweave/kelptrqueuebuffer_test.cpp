@@ -39,7 +39,7 @@ TEST(KelPtrQueueBuffer, HasNoQueuesBeforeCreate)
     EXPECT_EQ(*buffer.m_name, "");
 }
 
-TEST(KelPtrQueueBuffer, TwelveItemsStandInTheFreeQueueInListOrder)
+TEST(KelPtrQueueBuffer, TwelveItemsAreFreeInListOrder)
 {
     std::vector<SPoolItem*> items = Items_New(12);
     CPoolBuffer buffer;
@@ -89,7 +89,7 @@ TEST(KelPtrQueueBuffer, MayBeGivenItsOwnName)
     EXPECT_EQ(*buffer.m_name, "the same string");
 }
 
-TEST(KelPtrQueueBuffer, AnEmptyListMakesQueuesWithoutRoom)
+TEST(KelPtrQueueBuffer, EmptyListMakesQueuesWithoutRoom)
 {
     std::vector<SPoolItem*> none;
     CPoolBuffer buffer;
@@ -98,7 +98,7 @@ TEST(KelPtrQueueBuffer, AnEmptyListMakesQueuesWithoutRoom)
     EXPECT_FALSE(buffer.m_queue_Free->TryPush(nullptr));
 }
 
-TEST(KelPtrQueueBuffer, ItemsStayTheCallersWhenThereAreTooManyForAQueue)
+TEST(KelPtrQueueBuffer, TooManyItemsStayTheCallers)
 {
     const auto item = std::make_unique<SPoolItem>();
     std::vector<SPoolItem*> items(65535, nullptr);

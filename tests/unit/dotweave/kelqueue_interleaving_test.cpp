@@ -56,7 +56,7 @@ private:
     }
 };
 
-// Everything that this header includes stands above already, so it finds the event of this namespace first
+// Everything that this header includes is included above, so it finds the event of this namespace first
 // and makes a queue of its own of it.
 #include "kelqueue.h"
 
@@ -79,7 +79,7 @@ struct SEventKey {
 };
 template struct SEventKey<&CIntQueue::m_event_NotEmpty, &CIntQueue::m_event_NotFull>;
 
-class KelQueueInterleaving : public testing::Test {
+class QueueInterleaving : public testing::Test {
 protected:
     void Push() { EXPECT_TRUE(m_queue.TryPush(&m_one)); }
     void Pop()
@@ -106,7 +106,7 @@ protected:
     CIntQueue m_queue{static_cast<int>(CAPACITY)};
 };
 
-TEST_F(KelQueueInterleaving, APushWhileTheLastPopResetsNotEmptyIsNotLost)
+TEST_F(QueueInterleaving, PushDuringTheLastPop)
 {
     Fill(1);
     NotEmpty(m_queue).m_beforeWrite = [this] { Push(); };
@@ -114,14 +114,14 @@ TEST_F(KelQueueInterleaving, APushWhileTheLastPopResetsNotEmptyIsNotLost)
     ExpectAtRest(1);
 }
 
-TEST_F(KelQueueInterleaving, APopWhileTheFirstPushSetsNotEmptyLeavesItReset)
+TEST_F(QueueInterleaving, PopDuringTheFirstPush)
 {
     NotEmpty(m_queue).m_beforeWrite = [this] { Pop(); };
     Push();
     ExpectAtRest(0);
 }
 
-TEST_F(KelQueueInterleaving, APopWhileThePushThatFillsResetsNotFullIsNotLost)
+TEST_F(QueueInterleaving, PopDuringThePushThatFills)
 {
     Fill(CAPACITY - 1);
     NotFull(m_queue).m_beforeWrite = [this] { Pop(); };
@@ -129,7 +129,7 @@ TEST_F(KelQueueInterleaving, APopWhileThePushThatFillsResetsNotFullIsNotLost)
     ExpectAtRest(CAPACITY - 1);
 }
 
-TEST_F(KelQueueInterleaving, APushWhileThePopThatMakesRoomSetsNotFullLeavesItReset)
+TEST_F(QueueInterleaving, PushDuringThePopThatMakesRoom)
 {
     Fill(CAPACITY);
     NotFull(m_queue).m_beforeWrite = [this] { Push(); };
@@ -137,7 +137,7 @@ TEST_F(KelQueueInterleaving, APushWhileThePopThatMakesRoomSetsNotFullLeavesItRes
     ExpectAtRest(CAPACITY);
 }
 
-TEST_F(KelQueueInterleaving, BothEventsSettleHoweverOftenTheOthersComeBetween)
+TEST_F(QueueInterleaving, BothEventsSettle)
 {
     for (int depth = 1; depth <= 6; ++depth) {
         // Before each of the next `depth` writes the queue's only item goes or comes once more.
@@ -158,7 +158,7 @@ TEST_F(KelQueueInterleaving, BothEventsSettleHoweverOftenTheOthersComeBetween)
     }
 }
 
-TEST_F(KelQueueInterleaving, AnItemThatComesBetweenTheTryAndTheSleepEndsTheSleep)
+TEST_F(QueueInterleaving, ItemBetweenTryAndSleep)
 {
     int* item = nullptr;
     NotEmpty(m_queue).m_beforeWait = [this] { Push(); };
@@ -168,7 +168,7 @@ TEST_F(KelQueueInterleaving, AnItemThatComesBetweenTheTryAndTheSleepEndsTheSleep
     ExpectAtRest(0);
 }
 
-TEST_F(KelQueueInterleaving, AnItemThatComesAndIsTakenByAnotherLeavesThePopEmptyHanded)
+TEST_F(QueueInterleaving, ItemTakenByAnother)
 {
     int* item = nullptr;
     NotEmpty(m_queue).m_beforeWait = [this] {
@@ -180,7 +180,7 @@ TEST_F(KelQueueInterleaving, AnItemThatComesAndIsTakenByAnotherLeavesThePopEmpty
     ExpectAtRest(0);
 }
 
-TEST_F(KelQueueInterleaving, AnEventThatIsNotYetResetOnlyCostsOneMoreTry)
+TEST_F(QueueInterleaving, StaleEventCostsOneMoreTry)
 {
     // Another thread has taken the last item but has not come to the reset yet: the event is a hint.
     Fill(1);
@@ -193,7 +193,7 @@ TEST_F(KelQueueInterleaving, AnEventThatIsNotYetResetOnlyCostsOneMoreTry)
     ExpectAtRest(0);
 }
 
-TEST_F(KelQueueInterleaving, RoomThatComesBetweenTheTryAndTheSleepEndsTheSleep)
+TEST_F(QueueInterleaving, RoomBetweenTryAndSleep)
 {
     Fill(CAPACITY);
     NotFull(m_queue).m_beforeWait = [this] { Pop(); };
@@ -202,7 +202,7 @@ TEST_F(KelQueueInterleaving, RoomThatComesBetweenTheTryAndTheSleepEndsTheSleep)
     ExpectAtRest(CAPACITY);
 }
 
-TEST_F(KelQueueInterleaving, RoomThatIsTakenByAnotherLeavesThePushRefused)
+TEST_F(QueueInterleaving, RoomTakenByAnother)
 {
     Fill(CAPACITY);
     NotFull(m_queue).m_beforeWait = [this] {
@@ -214,7 +214,7 @@ TEST_F(KelQueueInterleaving, RoomThatIsTakenByAnotherLeavesThePushRefused)
     ExpectAtRest(CAPACITY);
 }
 
-TEST_F(KelQueueInterleaving, APushWaitsAtMostAHundredMillisecondsAndOnlyForRoom)
+TEST_F(QueueInterleaving, PushWaitsAHundredMilliseconds)
 {
     Fill(CAPACITY - 1);
     EXPECT_TRUE(m_queue.Push(&m_one)); // there is room: no wait
@@ -226,7 +226,7 @@ TEST_F(KelQueueInterleaving, APushWaitsAtMostAHundredMillisecondsAndOnlyForRoom)
     EXPECT_EQ(NotFull(m_queue).m_waits, std::vector<unsigned int>{100});
 }
 
-TEST_F(KelQueueInterleaving, APopWaitsAtMostAsLongAsItIsToldAndOnlyForAnItem)
+TEST_F(QueueInterleaving, PopWaitsAsLongAsTold)
 {
     int* item = nullptr;
     Fill(1);
@@ -240,7 +240,7 @@ TEST_F(KelQueueInterleaving, APopWaitsAtMostAsLongAsItIsToldAndOnlyForAnItem)
     EXPECT_EQ(NotEmpty(m_queue).m_waits.size(), 2U);
 }
 
-TEST_F(KelQueueInterleaving, TheEndAnnouncedBetweenTheTryAndTheSleepEndsTheSleep)
+TEST_F(QueueInterleaving, EndBetweenTryAndSleep)
 {
     int* item = nullptr;
     NotEmpty(m_queue).m_beforeWait = [this] { m_queue.AddFinished_Set(); };
@@ -249,7 +249,7 @@ TEST_F(KelQueueInterleaving, TheEndAnnouncedBetweenTheTryAndTheSleepEndsTheSleep
     EXPECT_EQ(NotEmpty(m_queue).m_ranOutCount, 0);
 }
 
-TEST_F(KelQueueInterleaving, TheFlagStandsBeforeItsEventWakesAnybody)
+TEST_F(QueueInterleaving, FlagComesBeforeItsEvent)
 {
     bool isFlagged = false;
     NotEmpty(m_queue).m_beforeWrite = [this, &isFlagged] { isFlagged = m_queue.AddFinished_Get(); };

@@ -51,7 +51,7 @@ TEST(KelQueue, AFreshQueueIsEmptyWithItsEventsSaying)
     EXPECT_FALSE(queue.AddFinished_Get());
 }
 
-TEST(KelQueue, TwelveItemsFitAndTheThirteenthIsRefusedAfterTheWaitForRoom)
+TEST(KelQueue, ThirteenthOfTwelveIsRefusedAfterTheWait)
 {
     std::vector<int> items(13);
     CIntQueue queue(12);
@@ -87,7 +87,7 @@ TEST(KelQueue, OneItemTakenFromAFullQueueMakesRoomForOne)
     EXPECT_EQ(item, &items[2]);
 }
 
-TEST(KelQueue, TheFirstItemSetsNotEmptyAndTheLastOneTakenResetsIt)
+TEST(KelQueue, NotEmptyFollowsTheFirstAndLastItem)
 {
     int items[2] = {};
     CIntQueue queue(12);
@@ -101,7 +101,7 @@ TEST(KelQueue, TheFirstItemSetsNotEmptyAndTheLastOneTakenResetsIt)
     EXPECT_FALSE(queue.NotEmpty_Test());
 }
 
-TEST(KelQueue, PoppingAnEmptyQueueFailsAtOnceOrAfterTheWholeWait)
+TEST(KelQueue, PopOfAnEmptyQueueWaitsAsLongAsTold)
 {
     int one = 0;
     CIntQueue queue(12);
@@ -144,7 +144,7 @@ TEST(KelQueue, ClearTakesOutAllItemsAndLeavesThemAlone)
     EXPECT_EQ(items[0] + items[1] + items[2], 24);
 }
 
-TEST(KelQueue, TheFinishedFlagWakesTheSleepersAndChangesNothingElse)
+TEST(KelQueue, FinishedFlagWakesTheSleepers)
 {
     int one = 0;
     CIntQueue queue(1);
@@ -152,7 +152,7 @@ TEST(KelQueue, TheFinishedFlagWakesTheSleepersAndChangesNothingElse)
     std::future<bool> sleeper =
         std::async(std::launch::async, [&queue, &item] { return queue.Pop(item, NO_LIMIT_MS); });
     queue.AddFinished_Set();
-    EXPECT_FALSE(sleeper.get()); // returns at all: the event was set behind the flag
+    EXPECT_FALSE(sleeper.get()); // returns at all: the event was set after the flag
     EXPECT_TRUE(queue.AddFinished_Get());
     EXPECT_TRUE(queue.NotEmpty_Test());
     EXPECT_TRUE(queue.Push(&one)); // the queue itself never reads the flag
@@ -189,7 +189,7 @@ TEST(KelQueue, TheLargestQueueHoldsItsWholeCapacity)
     EXPECT_FALSE(NotFull_Test(queue));
 }
 
-TEST(KelQueue, APushIntoAFullQueueSucceedsWhenAConsumerMakesRoom)
+TEST(KelQueue, PushWaitsForRoom)
 {
     // By counting: the pusher must get in within as many attempts as it likes, and every item comes out once.
     constexpr int ITEM_COUNT = 3000;
@@ -218,7 +218,7 @@ TEST(KelQueue, APushIntoAFullQueueSucceedsWhenAConsumerMakesRoom)
 // Producers and consumers that meet at the bounds of a small queue, again and again. Between two rounds
 // nothing moves, and then both events must say what the count says: an event left wrong is a sleeper left
 // behind.
-TEST(KelQueue, TheEventsAgreeWithTheCountWheneverNothingMoves)
+TEST(KelQueue, EventsAgreeWithTheCountAtRest)
 {
     constexpr int ROUND_COUNT = 3000;
     constexpr int PRODUCER_COUNT = 3;
@@ -343,7 +343,7 @@ private:
     std::vector<std::future<void>> m_consumers;
 };
 
-TEST(KelQueue, ManyProducersAndConsumersPassEveryItemExactlyOnce)
+TEST(KelQueue, ManyThreadsPassEveryItemOnce)
 {
     CTraffic traffic(4, 4, 5000, 12);
     EXPECT_EQ(traffic.SleepersLeft(), 0);

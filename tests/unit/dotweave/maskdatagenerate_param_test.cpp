@@ -68,7 +68,7 @@ SPlainMask PlainMask_Small()
     return mask;
 }
 
-TEST(MaskDataGenerateParam, EveryMaskLineBelongsToOneItem)
+TEST(ItemLines, EveryMaskLineBelongsToOneItem)
 {
     SGeneratorJob job(PlainMask_Small());
     std::vector<int> owners(static_cast<std::size_t>(job.block.MaskDataBytesCount()), 0);
@@ -88,7 +88,7 @@ TEST(MaskDataGenerateParam, EveryMaskLineBelongsToOneItem)
     EXPECT_EQ(owners, std::vector<int>(owners.size(), 1));
 }
 
-TEST(MaskDataGenerateParam, TheFirstItemOfAPositionBlanksOneByteInEachOfItsPages)
+TEST(PositionPages, FirstItemBlanksAByteOfEachPage)
 {
     SPlainMask mask = PlainMask_Small();
     mask.height = 64; // two passes of 64 lines of 68 bytes: 8704 bytes a position
@@ -98,7 +98,7 @@ TEST(MaskDataGenerateParam, TheFirstItemOfAPositionBlanksOneByteInEachOfItsPages
     std::fill_n(job.block.MaskData(), job.block.MaskDataBytesCount(), std::uint8_t{0xFF});
     std::vector<std::uint8_t> expected = job.Bytes();
     dotweave::PositionPages_Touch(job.param, {1, 1, 1}); // not the first
-    dotweave::PositionPages_Touch(job.param, {2, 0, 0}); // behind the end
+    dotweave::PositionPages_Touch(job.param, {2, 0, 0}); // after the end
     EXPECT_EQ(job.Bytes(), expected);
     dotweave::PositionPages_Touch(job.param, {1, 1, 0}); // the fifth position
     for (const std::size_t at : {0U, 4096U, 8192U})
@@ -106,7 +106,7 @@ TEST(MaskDataGenerateParam, TheFirstItemOfAPositionBlanksOneByteInEachOfItsPages
     EXPECT_EQ(job.Bytes(), expected);
 }
 
-TEST(MaskDataGenerateParam, PositionsOfOnePassAreLeftToTheirWorkers)
+TEST(PositionPages, OnePassIsLeftToTheWorkers)
 {
     SPlainMask mask = PlainMask_Small();
     mask.yRes = 1;

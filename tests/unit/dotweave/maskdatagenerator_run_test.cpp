@@ -19,7 +19,7 @@
 
 namespace {
 
-TEST(MaskDataGenerator, BuildsThePlainBytesWithSixWorkersWhateverIsAskedFor)
+TEST(Generator, BuildsThePlainBytesWithSixWorkers)
 {
     SPlainMask mask = PlainMask_Sliding(24, 10);
     mask.colorCount = 2;
@@ -48,7 +48,7 @@ TEST(MaskDataGenerator, BuildsThePlainBytesWithSixWorkersWhateverIsAskedFor)
     }
 }
 
-TEST(MaskDataGenerator, MovesTheDotsOfTypeThreeAlongTheSine)
+TEST(Generator, MovesTheDotsAlongTheSine)
 {
     SPlainMask mask = PlainMask_Sliding(66, 44);
     mask.positionCount = 2;
@@ -65,7 +65,7 @@ TEST(MaskDataGenerator, MovesTheDotsOfTypeThreeAlongTheSine)
     EXPECT_EQ(job.Bytes(), expected);
 }
 
-TEST(MaskDataGenerator, ManySmallRunsAllEndAndLoseNothing)
+TEST(Generator, ManySmallRunsLoseNothing)
 {
     // Fewer items than workers, as many, and a few more: where the end meets the sleepers.
     for (int run = 0; run < 150; ++run) {
@@ -81,7 +81,7 @@ TEST(MaskDataGenerator, ManySmallRunsAllEndAndLoseNothing)
     }
 }
 
-TEST(MaskDataGenerator, AnExpiredWaitIsLoggedAndFalseAndTheRunGoesOn)
+TEST(Generator, RunGoesOnAfterAnExpiredWait)
 {
     SGeneratorJob job(PlainMask_Large());
     CMaskDataGenerator generator;
@@ -94,20 +94,20 @@ TEST(MaskDataGenerator, AnExpiredWaitIsLoggedAndFalseAndTheRunGoesOn)
     EXPECT_EQ(log.Records().size(), 1U);
 }
 
-TEST(MaskDataGenerator, DestructionStopsARunningGeneratorBeforeAnythingItUsesGoes)
+TEST(Generator, DestructionStopsTheRun)
 {
     const CLogCapture log;
     for (int run = 0; run < 15; ++run) {
         SPlainMask mask = PlainMask_Large();
         mask.isSine = true;
-        SGeneratorJob job(mask); // goes right behind the generator
+        SGeneratorJob job(mask); // destroyed right after the generator
         CMaskDataGenerator generator;
         ASSERT_TRUE(generator.Create(job.param, 6));
     }
     EXPECT_TRUE(log.Records().empty());
 }
 
-TEST(MaskDataGenerator, StopFromAnotherThreadEndsTheRun)
+TEST(Generator, StopFromAnotherThreadEndsTheRun)
 {
     for (int run = 0; run < 5; ++run) {
         SGeneratorJob job(PlainMask_Large());
@@ -122,7 +122,7 @@ TEST(MaskDataGenerator, StopFromAnotherThreadEndsTheRun)
     }
 }
 
-TEST(MaskDataGenerator, StopsFromAllSidesAtOnceEndTheRun)
+TEST(Generator, StopsFromAllSidesEndTheRun)
 {
     SGeneratorJob job(PlainMask_Large());
     CMaskDataGenerator generator;
@@ -134,11 +134,11 @@ TEST(MaskDataGenerator, StopsFromAllSidesAtOnceEndTheRun)
     for (std::thread& stopper : stoppers)
         stopper.join();
     EXPECT_TRUE(generator.Wait_Exit(NO_LIMIT_MS));
-    generator.Stop(); // and once more behind the end
+    generator.Stop(); // and once more after the end
     EXPECT_TRUE(generator.Wait_Exit(0));
 }
 
-TEST(MaskDataGenerator, MayBeStoppedAndDestroyedWithoutEverBeingCreated)
+TEST(Generator, StopsWithoutCreate)
 {
     CMaskDataGenerator generator;
     generator.Stop();
@@ -156,7 +156,7 @@ public:
     std::string m_name;
 };
 
-TEST(MaskDataGenerator, AThreadThatDoesNotStartFailsCreateAndDestructionEndsTheWorkers)
+TEST(Generator, RefusedThreadFailsCreate)
 {
     SGeneratorJob job(PlainMask_Sliding(8, 4));
     CRefusedGenerator generator;
@@ -170,7 +170,7 @@ TEST(MaskDataGenerator, AThreadThatDoesNotStartFailsCreateAndDestructionEndsTheW
         EXPECT_FALSE(worker->Wait_Exit(0)); // they run and wait for work
 }
 
-TEST(MaskDataGenerator, WorkersThatAllFailEndTheRunIncomplete)
+TEST(Generator, RunWithoutWorkersIsIncomplete)
 {
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "the sanitizer does not let the allocation fail";
@@ -192,7 +192,7 @@ TEST(MaskDataGenerator, WorkersThatAllFailEndTheRunIncomplete)
     }
 }
 
-TEST(MaskDataGenerator, OnlyAWholeRunIsComplete)
+TEST(Generator, OnlyAWholeRunIsComplete)
 {
     SGeneratorJob small(PlainMask_Sliding(8, 4));
     CMaskDataGenerator whole;

@@ -1,5 +1,5 @@
 // What happens when the platform gives no further thread. Only a plain Linux build can bring that about: the
-// test program stands between the libraries and pthread_create, where the sanitizers stand themselves.
+// test program replaces pthread_create for the libraries, as the sanitizers do themselves.
 
 #include "sanitized.h"
 
@@ -54,7 +54,7 @@ public:
     ~CThreadLimit() { s_threadsLeft = NO_LIMIT; }
 };
 
-TEST(MaskDataGeneratorStartFailure, AnyMissingThreadFailsCreateAndDestructionEndsTheOthers)
+TEST(ThreadLimit, AnyMissingThreadFailsCreate)
 {
     for (int threadCount = 0; threadCount < 7; ++threadCount) {
         SCOPED_TRACE(threadCount);
@@ -78,7 +78,7 @@ TEST(MaskDataGeneratorStartFailure, AnyMissingThreadFailsCreateAndDestructionEnd
     }
 }
 
-TEST(MaskDataGeneratorStartFailure, SevenThreadsAreEnough)
+TEST(ThreadLimit, SevenThreadsAreEnough)
 {
     const SPlainMask mask = PlainMask_Sliding(8, 4);
     SGeneratorJob job(mask);
@@ -89,7 +89,7 @@ TEST(MaskDataGeneratorStartFailure, SevenThreadsAreEnough)
     EXPECT_EQ(job.Bytes(), Plain_Bytes(mask));
 }
 
-TEST(MaskDataGeneratorStartFailure, AMaskObjectWithoutThreadsFailsWithEveryLevelInTheLog)
+TEST(ThreadLimit, FailureOfAMaskLogsEveryLevel)
 {
     for (const int threadCount : {0, 3, 6}) {
         SCOPED_TRACE(threadCount);

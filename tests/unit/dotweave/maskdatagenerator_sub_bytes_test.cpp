@@ -15,7 +15,7 @@
 
 namespace {
 
-TEST(MaskDataGeneratorSub, BoundsAreExclusiveBelowAndInclusiveAbove)
+TEST(WorkerBytes, BoundsAreOpenBelowAndClosedAbove)
 {
     SPlainMask mask = PlainMask_Small(1, 1, 1);
     mask.positionCount = 1;
@@ -54,7 +54,7 @@ std::vector<unsigned int> LineOfColumn(int xRes, int bits, int columns, int colu
     return {bytes.begin(), bytes.end()};
 }
 
-TEST(MaskDataGeneratorSub, StateFivePacksTwoPassesOfOneBitAlternately)
+TEST(WorkerBytes, TwoPassesOfOneBitAlternate)
 {
     using CBytes = std::vector<unsigned int>;
     // Of four columns, pass 1 reads from column 2 on: column c is x = c of pass 0 and x = c + 2 of pass 1.
@@ -66,7 +66,7 @@ TEST(MaskDataGeneratorSub, StateFivePacksTwoPassesOfOneBitAlternately)
     EXPECT_EQ(LineOfColumn(2, 1, 5, 4), (CBytes{0x04, 0x80}));
 }
 
-TEST(MaskDataGeneratorSub, StateFivePacksFourDotsOfTwoBitsIntoAByte)
+TEST(WorkerBytes, FourDotsOfTwoBitsShareAByte)
 {
     using CBytes = std::vector<unsigned int>;
     EXPECT_EQ(LineOfColumn(1, 2, 4, 0), CBytes{0xC0});
@@ -77,7 +77,7 @@ TEST(MaskDataGeneratorSub, StateFivePacksFourDotsOfTwoBitsIntoAByte)
     EXPECT_EQ(LineOfColumn(3, 2, 3, 0), (CBytes{0xC0, 0x33, 0x00}));
 }
 
-TEST(MaskDataGeneratorSub, StateFiveWritesTheItemsOwnLinesAlone)
+TEST(WorkerBytes, WritesTheItemsOwnLinesAlone)
 {
     SPlainMask mask = PlainMask_Small(2, 3, 1);
     CWorker worker(mask);
@@ -97,7 +97,7 @@ TEST(MaskDataGeneratorSub, StateFiveWritesTheItemsOwnLinesAlone)
     }
 }
 
-TEST(MaskDataGeneratorSub, AllItemsTogetherMakeThePlainBytes)
+TEST(WorkerBytes, AllItemsMakeThePlainBytes)
 {
     for (int bits = 1; bits <= 2; ++bits) {
         for (int xRes = 1; xRes <= 4; ++xRes) {
@@ -120,7 +120,7 @@ TEST(MaskDataGeneratorSub, AllItemsTogetherMakeThePlainBytes)
     }
 }
 
-TEST(MaskDataGeneratorSub, ItemsWithoutResolutionPassesWriteNothing)
+TEST(WorkerBytes, NoResolutionPassesWriteNothing)
 {
     struct SPasses {
         int xRes;
@@ -139,7 +139,7 @@ TEST(MaskDataGeneratorSub, ItemsWithoutResolutionPassesWriteNothing)
     }
 }
 
-TEST(MaskDataGeneratorSub, AnItemCountsAsWrittenWhenItsLinesAre)
+TEST(WorkerBytes, ItemCountsWhenItsLinesAreWritten)
 {
     CWorker worker(PlainMask_Small(2, 2, 1));
     worker.RunTo(2);

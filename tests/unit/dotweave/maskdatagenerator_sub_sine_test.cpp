@@ -38,7 +38,7 @@ CPlainDots SineRowsOf(const CPlainDots& dots, const SPlainMask& mask)
     return rows;
 }
 
-TEST(MaskDataGeneratorSub, StateOneAllocatesABlockOfTheSineRowsPerXResolutionPass)
+TEST(WorkerSine, BlockOfTheSineRowsPerPass)
 {
     CWorker worker(PlainMask_Sine(3, 2, 1));
     EXPECT_TRUE(worker.peek.OneLoop());
@@ -51,7 +51,7 @@ TEST(MaskDataGeneratorSub, StateOneAllocatesABlockOfTheSineRowsPerXResolutionPas
     }
 }
 
-TEST(MaskDataGeneratorSub, StateOneAllocatesNoBytesForDotsThatNoSineMaskMoves)
+TEST(WorkerSine, NoBytesWithoutASineMask)
 {
     CWorker worker(PlainMask_Small(3, 2, 1));
     EXPECT_TRUE(worker.peek.OneLoop());
@@ -60,7 +60,7 @@ TEST(MaskDataGeneratorSub, StateOneAllocatesNoBytesForDotsThatNoSineMaskMoves)
         EXPECT_EQ(worker.peek.Blocks()[j].MaskDataBytesCount(), 0);
 }
 
-TEST(MaskDataGeneratorSub, StateThreeCutsTheSineRowsOfEveryBlockFromItsOwnRegion)
+TEST(WorkerSine, EveryBlockIsCutFromItsRegion)
 {
     for (int bits = 1; bits <= 2; ++bits) {
         for (int xRes = 1; xRes <= 4; ++xRes) {
@@ -87,7 +87,7 @@ TEST(MaskDataGeneratorSub, StateThreeCutsTheSineRowsOfEveryBlockFromItsOwnRegion
     }
 }
 
-TEST(MaskDataGeneratorSub, WithoutASineMaskStateFourChangesNothing)
+TEST(WorkerSine, NothingMovesWithoutASineMask)
 {
     CWorker worker(PlainMask_Small(2, 2, 1));
     worker.RunTo(2);
@@ -99,7 +99,7 @@ TEST(MaskDataGeneratorSub, WithoutASineMaskStateFourChangesNothing)
     EXPECT_EQ(worker.job.Bytes(), before);
 }
 
-TEST(MaskDataGeneratorSub, StateFourMovesTheDotsOutsideTheSineFromTheBottomToTheTop)
+TEST(WorkerSine, DotsOutsideTheSineMoveToTheTop)
 {
     struct SCase {
         int height;
@@ -135,7 +135,7 @@ TEST(MaskDataGeneratorSub, StateFourMovesTheDotsOutsideTheSineFromTheBottomToThe
     }
 }
 
-TEST(MaskDataGeneratorSub, InTheFirstColumnOnlyTheFirstSineRowKeepsItsDots)
+TEST(WorkerSine, FirstColumnKeepsItsFirstRow)
 {
     // 40 feather rows, 544 columns: min(20, 54) = 20 sine rows, rows 20 to 39 of the top and 60 to 79 of the
     // bottom. Column 0 is under the curve in its first row alone, column 272 in all of them.
@@ -159,7 +159,7 @@ TEST(MaskDataGeneratorSub, InTheFirstColumnOnlyTheFirstSineRowKeepsItsDots)
     }
 }
 
-TEST(MaskDataGeneratorSub, AllItemsTogetherMakeThePlainBytesWithASineMaskToo)
+TEST(WorkerSine, AllItemsMakeThePlainBytes)
 {
     for (int bits = 1; bits <= 2; ++bits) {
         for (int xRes = 1; xRes <= 3; ++xRes) {

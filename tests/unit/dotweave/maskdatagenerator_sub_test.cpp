@@ -24,7 +24,7 @@ bool HasBeenStopped(CMaskDataGenerator_Sub& worker)
     return !worker.Start("stopped");
 }
 
-TEST(MaskDataGeneratorSub, StateTwoTakesTheNextItem)
+TEST(Worker, StateTwoTakesTheNextItem)
 {
     CWorker worker(PlainMask_Small(1, 2, 1));
     worker.RunTo(2);
@@ -38,7 +38,7 @@ TEST(MaskDataGeneratorSub, StateTwoTakesTheNextItem)
     EXPECT_EQ(worker.buffer.m_queue_Work->Count(), 0U);
 }
 
-TEST(MaskDataGeneratorSub, ANullItemLeavesTheWorkerWaiting)
+TEST(Worker, NullItemLetsItWaitOn)
 {
     CWorker worker(PlainMask_Small(1, 1, 1));
     worker.RunTo(2);
@@ -51,7 +51,7 @@ TEST(MaskDataGeneratorSub, ANullItemLeavesTheWorkerWaiting)
     EXPECT_EQ(worker.peek.ProcessState(), 3);
 }
 
-TEST(MaskDataGeneratorSub, AnEmptyQueueDoesNotEndTheWorkerBeforeTheProducerHasFinished)
+TEST(Worker, WaitsOnUntilTheProducerHasFinished)
 {
     CWorker worker(PlainMask_Small(1, 1, 1));
     worker.RunTo(2);
@@ -67,7 +67,7 @@ TEST(MaskDataGeneratorSub, AnEmptyQueueDoesNotEndTheWorkerBeforeTheProducerHasFi
     EXPECT_TRUE(worker.worker.Wait_Exit(NO_LIMIT_MS));
 }
 
-TEST(MaskDataGeneratorSub, ItemsThatWaitWhenTheProducerHasFinishedAreStillDone)
+TEST(Worker, DoesItemsThatWaitAtTheEnd)
 {
     CWorker worker(PlainMask_Small(1, 1, 1));
     worker.RunTo(2);
@@ -84,7 +84,7 @@ TEST(MaskDataGeneratorSub, ItemsThatWaitWhenTheProducerHasFinishedAreStillDone)
     EXPECT_TRUE(HasBeenStopped(worker.worker));
 }
 
-TEST(MaskDataGeneratorSub, TakingTheLastItemWakesTheOthersThatWaitForTheEnd)
+TEST(Worker, WakesTheOthersWithTheLastItem)
 {
     CWorker worker(PlainMask_Small(1, 1, 1));
     worker.RunTo(2);
@@ -95,7 +95,7 @@ TEST(MaskDataGeneratorSub, TakingTheLastItemWakesTheOthersThatWaitForTheEnd)
     EXPECT_TRUE(worker.buffer.m_queue_Work->NotEmpty_Test());
 }
 
-TEST(MaskDataGeneratorSub, AFinishedProducerAndAnEmptyQueueEndTheWorkerWithoutALogRecord)
+TEST(Worker, EndsSilentlyAfterTheLastItem)
 {
     CWorker worker(PlainMask_Small(1, 1, 1));
     worker.RunTo(2);
@@ -107,7 +107,7 @@ TEST(MaskDataGeneratorSub, AFinishedProducerAndAnEmptyQueueEndTheWorkerWithoutAL
     EXPECT_TRUE(log.Records().empty());
 }
 
-TEST(MaskDataGeneratorSub, StateSixHandsTheItemBack)
+TEST(Worker, StateSixHandsTheItemBack)
 {
     CWorker worker(PlainMask_Small(1, 1, 1));
     worker.RunTo(2);
@@ -120,7 +120,7 @@ TEST(MaskDataGeneratorSub, StateSixHandsTheItemBack)
     EXPECT_EQ(worker.buffer.m_queue_Free->Count(), 12U);
 }
 
-TEST(MaskDataGeneratorSub, AFreeQueueThatTakesNothingBackStopsTheWorkerWhichThenFreesTheItem)
+TEST(Worker, FullFreeQueueStopsIt)
 {
     CWorker worker(PlainMask_Small(1, 1, 1), 1);
     worker.RunTo(2);
@@ -138,7 +138,7 @@ TEST(MaskDataGeneratorSub, AFreeQueueThatTakesNothingBackStopsTheWorkerWhichThen
     EXPECT_TRUE(HasBeenStopped(worker.worker));
 }
 
-TEST(MaskDataGeneratorSub, AnUnknownStateIsLoggedAndStopsTheWorkerWhichFreesTheItemItHolds)
+TEST(Worker, UnknownStateStopsIt)
 {
     for (const int state : {0, 7, -1, 100}) {
         CWorker worker(PlainMask_Small(1, 1, 1));
@@ -155,7 +155,7 @@ TEST(MaskDataGeneratorSub, AnUnknownStateIsLoggedAndStopsTheWorkerWhichFreesTheI
     }
 }
 
-TEST(MaskDataGeneratorSub, NoMemoryForTheBlocksEndsTheWorkerWithItsState)
+TEST(Worker, NoMemoryEndsItWithItsState)
 {
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "the sanitizer does not let the allocation fail";
@@ -168,7 +168,7 @@ TEST(MaskDataGeneratorSub, NoMemoryForTheBlocksEndsTheWorkerWithItsState)
     EXPECT_TRUE(HasBeenStopped(worker.worker));
 }
 
-TEST(MaskDataGeneratorSub, OnItsThreadTheWorkerDoesAllItemsAndEndsByItself)
+TEST(Worker, DoesAllItemsAndEndsByItself)
 {
     CWorker worker(PlainMask_Small(2, 2, 2));
     ASSERT_TRUE(worker.worker.Create(&worker.job.param, &worker.buffer, nullptr));
@@ -200,7 +200,7 @@ public:
     std::string m_name;
 };
 
-TEST(MaskDataGeneratorSub, AThreadThatDoesNotStartFailsCreate)
+TEST(Worker, RefusedThreadFailsCreate)
 {
     CRefusedWorker worker;
     CItemBuffer buffer;
@@ -211,7 +211,7 @@ TEST(MaskDataGeneratorSub, AThreadThatDoesNotStartFailsCreate)
     EXPECT_EQ(log.Records(), (std::vector<SLogRecord>{Failure(UNIT_WORKER, SCOPE_WORKER_CREATE)}));
 }
 
-TEST(MaskDataGeneratorSub, AWorkerThatIsStoppedInTheMiddleFreesItsItem)
+TEST(Worker, FreesItsItemWhenStoppedHalfWay)
 {
     SPlainMask mask = PlainMask_Sliding(544, 136);
     mask.xRes = 4;

@@ -76,7 +76,7 @@ bool HasBeenStopped(CMaskDataGenerator& generator)
     return !generator.Start("stopped");
 }
 
-TEST(MaskDataGenerator, HandsOutColoursThenPositionsThenResolutionPasses)
+TEST(Producer, ColoursThenPositionsThenPasses)
 {
     CProducer producer(2, 3, 2, 12);
     EXPECT_TRUE(producer.peek.OneLoop());
@@ -95,7 +95,7 @@ TEST(MaskDataGenerator, HandsOutColoursThenPositionsThenResolutionPasses)
     EXPECT_EQ(producer.Free().Count(), 12U);
 }
 
-TEST(MaskDataGenerator, ProducesEveryItemOnceForAnyCounts)
+TEST(Producer, EveryItemOnceForAnyCounts)
 {
     for (int colors = 1; colors <= 3; ++colors) {
         for (int positions = 1; positions <= 4; ++positions) {
@@ -114,22 +114,22 @@ TEST(MaskDataGenerator, ProducesEveryItemOnceForAnyCounts)
     }
 }
 
-TEST(MaskDataGenerator, ProducesTheFirstItemEvenWhenThereAreNoColours)
+TEST(Producer, FirstItemEvenWithoutColours)
 {
-    // The bounds are tested behind the push.
+    // The bounds are tested after the push.
     CProducer producer(0, 3, 2, 12);
     EXPECT_EQ(producer.RunToState3(), (std::vector<CItem>{{0, 0, 0}}));
     EXPECT_TRUE(producer.Work().AddFinished_Get());
 }
 
-TEST(MaskDataGenerator, CountsOfZeroStillProduceTheFirstItemOfEachColour)
+TEST(Producer, CountsOfZeroGiveTheFirstItems)
 {
     EXPECT_EQ(CProducer(2, 0, 1, 12).RunToState3(), (std::vector<CItem>{{0, 0, 0}, {1, 0, 0}}));
     EXPECT_EQ(CProducer(1, 2, 0, 12).RunToState3(), (std::vector<CItem>{{0, 0, 0}, {0, 1, 0}}));
     EXPECT_EQ(CProducer(0, 0, 0, 12).RunToState3(), (std::vector<CItem>{{0, 0, 0}}));
 }
 
-TEST(MaskDataGenerator, StateOneStartsTheItemsOver)
+TEST(Producer, StateOneStartsTheItemsOver)
 {
     CProducer producer(2, 3, 2, 12);
     for (int i = 0; i < 6; ++i)
@@ -140,7 +140,7 @@ TEST(MaskDataGenerator, StateOneStartsTheItemsOver)
     EXPECT_EQ(producer.RunToState3().size(), 12U);
 }
 
-TEST(MaskDataGenerator, AFreeQueueThatStaysEmptyIsNoFailure)
+TEST(Producer, EmptyFreeQueueIsNoFailure)
 {
     CProducer producer(2, 3, 2, 2);
     EXPECT_TRUE(producer.peek.OneLoop());
@@ -153,7 +153,7 @@ TEST(MaskDataGenerator, AFreeQueueThatStaysEmptyIsNoFailure)
     EXPECT_EQ(producer.Produced(), (std::vector<CItem>{{0, 1, 0}}));
 }
 
-TEST(MaskDataGenerator, AWorkQueueThatStaysFullFailsAndTakesTheItemOutOfCirculation)
+TEST(Producer, FullWorkQueueTakesTheItemOut)
 {
     CProducer producer(2, 3, 2, 1);
     auto other = std::make_unique<SMaskDataGenerate_SubParam>();
@@ -170,7 +170,7 @@ TEST(MaskDataGenerator, AWorkQueueThatStaysFullFailsAndTakesTheItemOutOfCirculat
     EXPECT_TRUE(HasBeenStopped(producer.generator));
 }
 
-TEST(MaskDataGenerator, AnUnknownStateIsLoggedAndStopsTheThread)
+TEST(Producer, UnknownStateStopsTheThread)
 {
     for (const int state : {0, 4, -1, 2147483647}) {
         CProducer producer(1, 1, 1, 1);
@@ -183,7 +183,7 @@ TEST(MaskDataGenerator, AnUnknownStateIsLoggedAndStopsTheThread)
     }
 }
 
-TEST(MaskDataGenerator, WithoutWorkersStateThreeEndsTheThreadAtOnce)
+TEST(Producer, StateThreeEndsWithoutWorkers)
 {
     CProducer producer(1, 1, 1, 1);
     producer.peek.ProcessState() = 3;
@@ -193,7 +193,7 @@ TEST(MaskDataGenerator, WithoutWorkersStateThreeEndsTheThreadAtOnce)
     EXPECT_TRUE(log.Records().empty());
 }
 
-TEST(MaskDataGenerator, StateThreeWaitsForAllWorkers)
+TEST(Producer, StateThreeWaitsForAllWorkers)
 {
     const SGeneratorJob job(PlainMask_Sliding(8, 4));
     CProducer producer(1, 1, 1, 12);
@@ -216,7 +216,7 @@ TEST(MaskDataGenerator, StateThreeWaitsForAllWorkers)
     EXPECT_TRUE(HasBeenStopped(producer.generator));
 }
 
-TEST(MaskDataGenerator, OnlyTypeThreeBuildsASineMask)
+TEST(Producer, OnlyTypeThreeBuildsASineMask)
 {
     for (const int type : {-1, 0, 1, 2, 4, 5}) {
         CMaskDataGenerator generator;
@@ -228,7 +228,7 @@ TEST(MaskDataGenerator, OnlyTypeThreeBuildsASineMask)
     }
 }
 
-TEST(MaskDataGenerator, TheFeatherRowsAreThePartOfABandThatOverlapsTheNext)
+TEST(Producer, FeatherRowsOverlapTheNextBand)
 {
     struct SCase {
         int blockHeight;

@@ -19,7 +19,7 @@ namespace {
 using CItemBuffer = CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>;
 using CCalls = std::vector<std::string>;
 
-/// A worker without a thread that tells what is asked of it.
+/// A worker without a thread that notes what it is asked.
 class CTellingWorker : public CMaskDataGenerator_Sub {
 public:
     CTellingWorker(int slot, const bool& hasEnded, CCalls& calls)
@@ -40,9 +40,9 @@ private:
 };
 
 /// A generator without threads, with three workers that tell.
-class MaskDataGeneratorWaits : public testing::Test {
+class GeneratorWaits : public testing::Test {
 protected:
-    MaskDataGeneratorWaits()
+    GeneratorWaits()
     {
         for (std::size_t slot = 0; slot < m_hasEnded.size(); ++slot)
             m_peek.SubThreads().push_back(
@@ -62,13 +62,13 @@ protected:
                                 "Wait_Exit(4294967295) of 2"};
 };
 
-TEST_F(MaskDataGeneratorWaits, StopStopsAllWorkersAndThenWaitsForEachWithoutLimit)
+TEST_F(GeneratorWaits, StopStopsAllThenWaitsForEach)
 {
     m_generator.Stop();
     EXPECT_EQ(m_calls, m_stopCalls);
 }
 
-TEST_F(MaskDataGeneratorWaits, AStopPassesOverSlotsWithoutAWorker)
+TEST_F(GeneratorWaits, StopPassesOverEmptySlots)
 {
     m_peek.SubThreads()[1] = nullptr;
     m_generator.Stop();
@@ -76,7 +76,7 @@ TEST_F(MaskDataGeneratorWaits, AStopPassesOverSlotsWithoutAWorker)
               (CCalls{"Stop of 0", "Stop of 2", "Wait_Exit(4294967295) of 0", "Wait_Exit(4294967295) of 2"}));
 }
 
-TEST_F(MaskDataGeneratorWaits, StateThreeAsksNoWorkerBehindTheFirstThatStillRuns)
+TEST_F(GeneratorWaits, StateThreeAsksUpToARunningWorker)
 {
     m_hasEnded[1] = false;
     EXPECT_TRUE(m_peek.OneLoop());
@@ -87,7 +87,7 @@ TEST_F(MaskDataGeneratorWaits, StateThreeAsksNoWorkerBehindTheFirstThatStillRuns
     EXPECT_EQ(m_calls, (CCalls{"Wait_Exit(100) of 0", "Wait_Exit(100) of 1"}));
 }
 
-TEST_F(MaskDataGeneratorWaits, StateThreeStopsWhenTheLastWorkerHasEnded)
+TEST_F(GeneratorWaits, StateThreeStopsAfterTheLast)
 {
     m_hasEnded[2] = false;
     EXPECT_TRUE(m_peek.OneLoop());
@@ -102,7 +102,7 @@ TEST_F(MaskDataGeneratorWaits, StateThreeStopsWhenTheLastWorkerHasEnded)
     EXPECT_FALSE(m_generator.Start("stopped")) << "a thread that has been stopped never starts";
 }
 
-/// A queue of work items that tells how long it is waited for, and never sleeps.
+/// A queue of work items that notes how long it is waited for, and never sleeps.
 class CTellingQueue : public CKelPtrQueue<SMaskDataGenerate_SubParam> {
 public:
     CTellingQueue() : CKelPtrQueue(1) {}
@@ -124,7 +124,7 @@ CTellingQueue& Telling_Put(std::unique_ptr<CKelPtrQueue<SMaskDataGenerate_SubPar
     return telling;
 }
 
-TEST(MaskDataGeneratorQueueWaits, TheProducerWaitsAtMostAHundredMillisecondsForAFreeItem)
+TEST(QueueWaits, ProducerWaitsAHundredMilliseconds)
 {
     CMaskDataGenerator generator;
     SMaskDataGenerator_Peek peek{generator};
@@ -141,7 +141,7 @@ TEST(MaskDataGeneratorQueueWaits, TheProducerWaitsAtMostAHundredMillisecondsForA
     EXPECT_EQ(peek.QueueBuffer()->m_queue_Work->Count(), 1U);
 }
 
-TEST(MaskDataGeneratorQueueWaits, AWorkerWaitsAtMostAHundredMillisecondsAndNotAtAllBehindTheEnd)
+TEST(QueueWaits, WorkerWaitsNotAtAllAfterTheEnd)
 {
     CItemBuffer buffer;
     CTellingQueue& work = Telling_Put(buffer.m_queue_Work);

@@ -64,7 +64,7 @@ public:
         MaskKernel_Cut_Reference(param, {0, m_case.blockRows});
     }
 
-    /// The byte that the cut leaves at a pixel that held `before`: one remainder per pixel.
+    /// The byte that the cut leaves at a pixel that was `before`: one remainder per pixel.
     [[nodiscard]] int Expected(int y, int x, int before) const
     {
         const int row = (m_case.offsetY + y) % m_case.planeRows;
@@ -86,7 +86,7 @@ public:
             for (int x = 0; x < m_case.blockColumns; ++x)
                 wrong += Pixel(y, x) == Expected(y, x, before) ? 0 : 1;
         }
-        EXPECT_EQ(wrong, 0) << m_case << ", bytes held " << before;
+        EXPECT_EQ(wrong, 0) << m_case << ", bytes were " << before;
     }
 
     [[nodiscard]] int Pixel(int y, int x) const
@@ -101,7 +101,7 @@ public:
     CMaskBlock m_block;
 };
 
-TEST(MaskKernelCut, LowerBoundIsExclusiveAndUpperBoundInclusive)
+TEST(MaskKernelCut, BoundsAreOpenBelowAndClosedAbove)
 {
     CCut cut({1, 5, 1, 5, 0, 0, 1}, 0);
     cut.m_plane = {16383, 16384, 30000, 32767, 32768};
@@ -112,7 +112,7 @@ TEST(MaskKernelCut, LowerBoundIsExclusiveAndUpperBoundInclusive)
         EXPECT_EQ(cut.Pixel(0, x), expected[x]) << x;
 }
 
-TEST(MaskKernelCut, TheWholeScalePrintsEverythingButThresholdZero)
+TEST(MaskKernelCut, WholeScalePrintsAllButZero)
 {
     CCut cut({1, 4, 1, 4, 0, 0, 2}, 0);
     cut.m_plane = {0, 1, 65534, 65535};
@@ -123,7 +123,7 @@ TEST(MaskKernelCut, TheWholeScalePrintsEverythingButThresholdZero)
         EXPECT_EQ(cut.Pixel(0, x), expected[x]) << x;
 }
 
-TEST(MaskKernelCut, ThresholdZeroIsNeverSetWhateverTheTable)
+TEST(MaskKernelCut, ThresholdZeroIsNeverSet)
 {
     CCut cut({3, 3, 3, 3, 0, 0, 1}, 0);
     std::fill(cut.m_plane.begin(), cut.m_plane.end(), std::uint16_t{0});
@@ -137,7 +137,7 @@ TEST(MaskKernelCut, ThresholdZeroIsNeverSetWhateverTheTable)
     }
 }
 
-TEST(MaskKernelCut, ARangeThatEndsBeforeItStartsPrintsNothing)
+TEST(MaskKernelCut, ReversedRangePrintsNothing)
 {
     CCut cut({1, 3, 1, 3, 0, 0, 1}, 0);
     cut.m_plane = {99, 100, 101};
@@ -148,7 +148,7 @@ TEST(MaskKernelCut, ARangeThatEndsBeforeItStartsPrintsNothing)
     }
 }
 
-TEST(MaskKernelCut, TheTableGoesByBlockRowsNotByPlaneRows)
+TEST(MaskKernelCut, TableGoesByBlockRows)
 {
     CCut cut({2, 1, 3, 1, 1, 0, 1}, 0);
     cut.m_plane = {10, 20}; // block rows read 20, 10, 20
@@ -167,7 +167,7 @@ TEST(MaskKernelCut, ABlockLargerThanThePlaneTilesIt)
     }
 }
 
-TEST(MaskKernelCut, EqualsOneRemainderPerPixelForAnySizeAndOffset)
+TEST(MaskKernelCut, EqualsOneRemainderPerPixel)
 {
     constexpr unsigned int SEED = 20240517;
     std::mt19937 random(SEED); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same cases on every run
@@ -183,7 +183,7 @@ TEST(MaskKernelCut, EqualsOneRemainderPerPixelForAnySizeAndOffset)
     }
 }
 
-TEST(MaskKernelCut, NothingToDoWritesNothingAndDividesByNothing)
+TEST(MaskKernelCut, NothingToDoDividesByNothing)
 {
     // No rows, no columns, and the same with a plane of no thresholds, whose sizes a remainder would trap on.
     for (const SCutCase& c :
@@ -216,7 +216,7 @@ public:
         }
     }
 
-    /// Merges into lines `distance` bytes apart behind `margin` bytes, all of which held `before`.
+    /// Merges into lines `distance` bytes apart after `margin` bytes, all of which were `before`.
     void Run(int margin, int distance, std::uint8_t before)
     {
         m_margin = margin;
@@ -260,7 +260,7 @@ public:
         return wrong;
     }
 
-    /// Bits behind the last pixel of a line that are not `before`, up to the end of its last byte.
+    /// Bits after the last pixel of a line that are not `before`, up to the end of its last byte.
     [[nodiscard]] int WrongPadding(unsigned int before) const
     {
         const int usedBits = m_columns * static_cast<int>(m_blocks.size()) * m_bits;
@@ -272,7 +272,7 @@ public:
         return wrong;
     }
 
-    /// Bytes outside the lines that no longer hold what they held.
+    /// Bytes outside the lines that have changed.
     [[nodiscard]] int TouchedOutside(std::uint8_t before) const
     {
         int touched = 0;
@@ -295,7 +295,7 @@ public:
     std::vector<std::uint8_t> m_bytes;
 };
 
-TEST(MaskKernelMerge, TwoBlocksAlternateFromTheMostSignificantBitDown)
+TEST(MaskKernelMerge, TwoBlocksAlternateFromBitSevenDown)
 {
     // Bit 7 is block 0 column 0, bit 6 block 1 column 0, ... bit 0 block 1 column 3.
     for (int bit = 0; bit < 8; ++bit) {
@@ -321,7 +321,7 @@ TEST(MaskKernelMerge, FourPixelsOfTwoBitsShareAByte)
     }
 }
 
-TEST(MaskKernelMerge, ALineOfElevenPixelsEndsWithFiveClearBits)
+TEST(MaskKernelMerge, ElevenPixelsEndWithFiveClearBits)
 {
     CMerge merge(1, 11, 1, 1, 0);
     std::fill_n(merge.m_blocks[0].MaskData(), 11, std::uint8_t{1});
@@ -330,7 +330,7 @@ TEST(MaskKernelMerge, ALineOfElevenPixelsEndsWithFiveClearBits)
     EXPECT_EQ(merge.Byte(0, 1), 0xE0U);
 }
 
-TEST(MaskKernelMerge, ALineOfFivePixelsOfTwoBitsEndsWithSixClearBits)
+TEST(MaskKernelMerge, FivePixelsEndWithSixClearBits)
 {
     CMerge merge(1, 5, 1, 2, 0);
     std::fill_n(merge.m_blocks[0].MaskData(), 5, std::uint8_t{3});
@@ -378,7 +378,7 @@ TEST(MaskKernelMerge, OnlyEverSetsBits)
     }
 }
 
-TEST(MaskKernelMerge, BlocksWithOtherWidthsAreReadByTheirOwn)
+TEST(MaskKernelMerge, BlocksAreReadByTheirOwnWidth)
 {
     CMerge merge(3, 4, 2, 1, 0);
     CMaskBlock& wide = merge.m_blocks[1];
@@ -392,7 +392,7 @@ TEST(MaskKernelMerge, BlocksWithOtherWidthsAreReadByTheirOwn)
     EXPECT_EQ(merge.Byte(2, 0), 0x04U);
 }
 
-TEST(MaskKernelMerge, WritesNothingWithoutBlocksRowsOrColumns)
+TEST(MaskKernelMerge, NothingToDoWritesNothing)
 {
     std::uint8_t byte = UNTOUCHED;
     MaskKernel_Merge_Reference(nullptr, 0, 1, {0, 1}, &byte, 1);
