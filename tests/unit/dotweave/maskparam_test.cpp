@@ -47,51 +47,29 @@ SMaskParam MaskParam_UpToTheSplit(int resSplitType, int xResPass, int yResPass)
 
 } // namespace
 
-TEST(MaskParam, FieldsAreInTheAgreedOrder)
-{
-    ASSERT_EQ(sizeof(SMaskParam), 48U);
-    std::array<std::int32_t, 12> words = {};
-    for (std::size_t i = 0; i < words.size(); ++i)
-        words.at(i) = static_cast<std::int32_t>(i + 1) * 1000;
-    const auto param = std::bit_cast<SMaskParam>(words);
-    EXPECT_EQ(param.nozzleCount, 1000);
-    EXPECT_EQ(param.basePass, 2000);
-    EXPECT_EQ(param.xResPass, 3000);
-    EXPECT_EQ(param.yResPass, 4000);
-    EXPECT_EQ(param.colorCount, 5000);
-    EXPECT_EQ(param.bitsPerPixel, 6000);
-    EXPECT_EQ(param.featherMode, 7000);
-    EXPECT_EQ(std::bit_cast<std::int32_t>(param.featherPercent), 8000);
-    EXPECT_EQ(param.featherNozzleType, 9000);
-    EXPECT_EQ(param.colorTimes, 10000);
-    EXPECT_EQ(param.featherLevelPercent, 11000);
-    EXPECT_EQ(param.resSplitType, 12000);
-}
+// Copies must not touch a byte: every one counts in the cache.
+static_assert(std::is_trivially_copyable_v<SMaskParam> && std::is_aggregate_v<SMaskParam>);
+static_assert(std::is_same_v<decltype(SMaskParam::featherPercent), float>);
 
-TEST(MaskParam, NoByteBelongsToAGap)
+TEST(MaskParam, TwelveSignedWordsInTheAgreedOrder)
 {
-    static_assert(std::is_same_v<decltype(SMaskParam::nozzleCount), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::basePass), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::xResPass), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::yResPass), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::colorCount), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::bitsPerPixel), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::featherMode), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::featherPercent), float> && sizeof(float) == 4);
-    static_assert(std::is_same_v<decltype(SMaskParam::featherNozzleType), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::colorTimes), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::featherLevelPercent), std::int32_t>);
-    static_assert(std::is_same_v<decltype(SMaskParam::resSplitType), std::int32_t>);
-    // Every byte counts in the cache: none may belong to a gap, and copies must not touch any.
-    static_assert(std::is_trivially_copyable_v<SMaskParam> && !std::is_polymorphic_v<SMaskParam> &&
-                  std::is_trivially_default_constructible_v<SMaskParam> && std::is_aggregate_v<SMaskParam>);
-    SMaskParam param = {};
-    std::memset(&param, 0xFF, sizeof param);
-    param.nozzleCount = param.basePass = param.xResPass = param.yResPass = param.colorCount = 0;
-    param.bitsPerPixel = param.featherMode = param.featherNozzleType = param.colorTimes = 0;
-    param.featherLevelPercent = param.resSplitType = 0;
-    param.featherPercent = 0.0F;
-    EXPECT_EQ(MaskParam_Bytes(param), (std::array<unsigned char, 48>{}));
+    std::array<std::int32_t, 12> words = {}; // no word is left over for a gap
+    static_assert(sizeof words == sizeof(SMaskParam));
+    for (std::size_t i = 0; i < words.size(); ++i)
+        words[i] = -static_cast<std::int32_t>(i + 1);
+    const auto param = std::bit_cast<SMaskParam>(words);
+    EXPECT_EQ(param.nozzleCount, -1);
+    EXPECT_EQ(param.basePass, -2);
+    EXPECT_EQ(param.xResPass, -3);
+    EXPECT_EQ(param.yResPass, -4);
+    EXPECT_EQ(param.colorCount, -5);
+    EXPECT_EQ(param.bitsPerPixel, -6);
+    EXPECT_EQ(param.featherMode, -7);
+    EXPECT_EQ(std::bit_cast<std::int32_t>(param.featherPercent), -8);
+    EXPECT_EQ(param.featherNozzleType, -9);
+    EXPECT_EQ(param.colorTimes, -10);
+    EXPECT_EQ(param.featherLevelPercent, -11);
+    EXPECT_EQ(param.resSplitType, -12);
 }
 
 TEST(MaskParam, EnumeratorsHaveAgreedValues)
