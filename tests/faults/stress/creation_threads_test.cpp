@@ -61,7 +61,7 @@ int Threads_Room()
 {
     // A user with no other process, as the limit counts all threads of a user and does not bind root.
     const uid_t user = 1000000U + static_cast<uid_t>(getpid());
-    const rlim_t threads = static_cast<rlim_t>(LIVE_THREADS_BASELINE + GENERATOR_THREAD_COUNT);
+    const auto threads = static_cast<rlim_t>(LIVE_THREADS_BASELINE + GENERATOR_THREAD_COUNT);
     const rlimit limit = {threads, threads};
     if (setuid(user) != 0 || setrlimit(RLIMIT_NPROC, &limit) != 0 || Threads_Room() != GENERATOR_THREAD_COUNT)
         std::_Exit(2);

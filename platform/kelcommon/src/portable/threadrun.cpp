@@ -38,12 +38,13 @@ boost::thread CThreadRun::Thread_Make(std::string name, std::function<void()> ru
 {
     boost::thread::attributes attributes;
     attributes.set_stack_size(THREAD_STACK_BYTES + ThreadStack_PlatformBytes(attributes));
-    return boost::thread(attributes, [this, name = std::move(name), run = std::move(run)] {
+    boost::thread thread(attributes, [this, name = std::move(name), run = std::move(run)] {
         m_ownId = std::this_thread::get_id();
         if (!name.empty())
             ThreadName_Set(name);
         run();
     });
+    return thread;
 }
 
 bool CThreadRun::Wait_PrepareComplete()

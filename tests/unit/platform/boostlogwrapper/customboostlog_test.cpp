@@ -54,6 +54,7 @@ TEST_F(CustomBoostLog, IsOneObjectFromStaticInitialisationOn)
 {
     std::vector<const CLogger*> seen(4, nullptr);
     std::vector<std::thread> threads;
+    threads.reserve(seen.size());
     for (const CLogger*& place : seen)
         threads.emplace_back([&place] { place = &CCustomBoostLog::BoostLog_Get(); });
     for (std::thread& thread : threads)
@@ -75,6 +76,7 @@ TEST_F(CustomBoostLog, LosesNoLineOfThreadsThatLogTogether)
 {
     SLines expected;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i) {
         expected.insert(expected.end(), 50, {i % 3, "thread " + std::to_string(i)});
         threads.emplace_back([i] {

@@ -175,6 +175,7 @@ TEST(ManualEvent, ManyThreadsMaySetResetAndWait)
     CustomConditionVariable_Manual event;
     std::atomic<bool> isDone = false;
     std::vector<std::thread> waiters;
+    waiters.reserve(3);
     for (int i = 0; i < 3; ++i)
         waiters.emplace_back([&] {
             while (!isDone)

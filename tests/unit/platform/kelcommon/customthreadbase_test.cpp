@@ -181,6 +181,7 @@ TEST(ThreadStart, OneOfManyAtOnceSucceeds)
     CHookedThread thread;
     std::atomic<int> successCount = 0;
     std::vector<std::thread> starters;
+    starters.reserve(4);
     for (int i = 0; i < 4; ++i)
         starters.emplace_back([&] { successCount += thread.Start("race") ? 1 : 0; });
     for (std::thread& starter : starters)

@@ -53,6 +53,7 @@ int TrueAnswers(int threadCount, const std::function<bool()>& ask)
 {
     std::atomic<int> count = 0;
     std::vector<std::thread> threads;
+    threads.reserve(static_cast<std::size_t>(threadCount));
     for (int i = 0; i < threadCount; ++i)
         threads.emplace_back([&] { count += ask() ? 1 : 0; });
     for (std::thread& thread : threads)
