@@ -165,7 +165,7 @@ TEST(PrintLaw, SmoothThreeOfWholeStepsPrintsOnce)
     ExpectLaw(MaskParam_Feathered(FeatherNozzle_Smooth_3, 120, 4, 0.0F), Law_Times(1));
 }
 
-TEST(PrintLaw, EveryResolutionPassOfEveryColourPrintsOnce)
+TEST(PrintLaw, EveryResolutionPassOfAColourPrintsOnce)
 {
     struct SResolution {
         int xRes;

@@ -68,7 +68,8 @@ std::vector<SLogCase> LogCases_Workers()
         cases.push_back({"NoMemoryForTheBlocks",
                          [] {
                              SWorker worker(1);
-                             worker.job.param.splitCount_XRes = -1; // more blocks than any memory has room for
+                             worker.job.param.splitCount_XRes =
+                                 -1; // more blocks than any memory has room for
                              return worker.peek.OneLoop();
                          },
                          {State("1")}});

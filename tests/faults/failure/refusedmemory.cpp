@@ -268,14 +268,13 @@ long LiveAllocations_Count()
 
 int Refuse_EachInTurn(SRefusalPlan plan, const std::function<SAttempt(const SRefusalPlan&)>& attempt)
 {
-    long liveCount = LiveAllocations_Count();
     for (plan.number = 0; plan.number < REQUEST_COUNT_MAX; ++plan.number) {
         SCOPED_TRACE(testing::Message() << "request " << plan.number);
+        const long liveCount = LiveAllocations_Count(); // with the trace, which takes memory too
         const SAttempt made = attempt(plan);
         if (testing::Test::HasFailure()) // what failed keeps its report in memory
             return static_cast<int>(plan.number);
-        liveCount += made.leftBehind;
-        EXPECT_EQ(LiveAllocations_Count(), liveCount); // and no thread either
+        EXPECT_EQ(LiveAllocations_Count(), liveCount + made.leftBehind); // and no thread either
         if (!made.wasRefused)
             return static_cast<int>(plan.number);
     }

@@ -72,7 +72,7 @@ int Threads_Room()
     std::_Exit(failures == 0 ? 0 : 1);
 }
 
-TEST(CreationThreadsDeathTest, RoomForSevenSufficesAlways)
+TEST(CreationThreadsDeathTest, RoomForSevenIsEnough)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can become a user without other processes, whose threads would count too";

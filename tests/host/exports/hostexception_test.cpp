@@ -38,7 +38,7 @@ pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes
     return init(mutex, attributes);
 }
 
-TEST(HostException, AMutexThatThePlatformRefusesIsBoostsOwnError)
+TEST(HostException, RefusedMutexIsBoostsError)
 {
     s_isMutexRefused = true;
     EXPECT_THROW(const CMaskDataStorage storage, boost::thread_resource_error);
@@ -50,7 +50,7 @@ TEST(HostException, AMutexThatThePlatformRefusesIsBoostsOwnError)
 }
 #endif
 
-TEST(HostException, ARequestThatNoMemoryServesIsTheStandardError)
+TEST(HostException, RefusedMemoryIsTheStandardError)
 {
     if (REFUSED_REQUEST_IS_FATAL)
         GTEST_SKIP() << "the sanitizer does not let the allocation fail";
@@ -60,7 +60,7 @@ TEST(HostException, ARequestThatNoMemoryServesIsTheStandardError)
     EXPECT_THROW(planes.Create(544, 544, -1), std::bad_alloc);
 }
 
-TEST(HostException, TheErrorOfAHostsSinkComesBackAsWhatItIs)
+TEST(HostException, TheErrorOfAHostsSinkComesBack)
 {
     SMaskParam param = MaskParam_Plain();
     param.colorTimes = 0;

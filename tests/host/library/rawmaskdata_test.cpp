@@ -115,7 +115,7 @@ TEST(RawMaskData, CountsMatricesModuloSixteen)
             << index;
 }
 
-TEST(RawMaskData, LiesInFrontOfTheTableForOtherNegativeIndices)
+TEST(RawMaskData, OtherNegativeIndicesLieBeforeTheTable)
 {
     EXPECT_EQ(Address(-1), Address(0) - MATRIX_BYTES);
     for (int index = 1; index < 16; ++index) {
@@ -124,7 +124,7 @@ TEST(RawMaskData, LiesInFrontOfTheTableForOtherNegativeIndices)
     }
 }
 
-TEST_P(BaseSlots, RankAllTheirCellsInLevelsUsedFourOrFiveTimes)
+TEST_P(BaseSlots, UseEveryLevelFourOrFiveTimes)
 {
     const std::vector<int> uses = Histogram(GetParam());
     EXPECT_EQ(std::count(uses.begin(), uses.end(), 5), 33796);
@@ -140,7 +140,7 @@ TEST_P(BaseSlots, HaveTheirMeanInTheMiddleOfTheirLevels)
     EXPECT_NEAR(sum / CELLS, 32767.0, 0.05);
 }
 
-TEST_P(BaseSlots, SpreadTheirLowestHundredthEvenlyAcrossTheEdges)
+TEST_P(BaseSlots, SpreadTheirLowestHundredthAcrossEdges)
 {
     std::vector<SCell> low;
     CTorusCells torus;
@@ -196,7 +196,7 @@ TEST(RawMaskData, ClampsTheComplementAtTheTopOfTheScale)
     EXPECT_EQ(uses[65535], 0);
 }
 
-TEST(RawMaskData, CarriesTheComplementOfTheSecondBaseMovedBy188Rows)
+TEST(RawMaskData, HasTheSecondBaseInvertedAndMoved)
 {
     for (int row = 0; row < SIDE; ++row)
         for (int column = 0; column < SIDE; ++column)
@@ -204,7 +204,7 @@ TEST(RawMaskData, CarriesTheComplementOfTheSecondBaseMovedBy188Rows)
                 << row << ", " << column;
 }
 
-TEST(RawMaskData, RollsTheFirstFourMatricesByHalfTheirHeight)
+TEST(RawMaskData, RollsTheFirstFourByHalfTheirHeight)
 {
     for (int slot = 0; slot < 4; ++slot)
         for (int row = 0; row < SIDE; ++row)

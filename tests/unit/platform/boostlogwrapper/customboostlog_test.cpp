@@ -50,7 +50,7 @@ protected:
     boost::shared_ptr<CSink> m_sink = boost::make_shared<CSink>();
 };
 
-TEST_F(CustomBoostLog, IsOneObjectFromStaticInitialisationOn)
+TEST_F(CustomBoostLog, IsOneObjectFromStaticSetUpOn)
 {
     std::vector<const CLogger*> seen(4, nullptr);
     std::vector<std::thread> threads;
