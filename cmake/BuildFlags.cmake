@@ -14,11 +14,13 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     endif()
 endif()
 
-if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
-    # The same bytes whatever folder the tree and the build are in.
-    target_compile_options(
-        dotweave_build_flags INTERFACE -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
-                                       -ffile-prefix-map=${PROJECT_SOURCE_DIR}=dotweave)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT DOTWEAVE_COVERAGE)
+    # What ships is the same bytes whatever folder the tree and the build are in. Elsewhere names of files stay as they
+    # are, so that debuggers and coverage reports find the sources.
+    # The build's folder last, as the last one that matches counts and it may be inside the tree.
+    set(shown_folders -ffile-prefix-map=${PROJECT_SOURCE_DIR}=dotweave -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+    target_compile_options(dotweave_build_flags
+                           INTERFACE "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:${shown_folders}>")
 endif()
 
 # Hardening, in every build that no sanitizer watches: sanitizers bring checks of their own in the same places.
