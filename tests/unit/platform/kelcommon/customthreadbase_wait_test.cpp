@@ -106,6 +106,26 @@ TEST(ThreadExit, JoinsTheThreadForEveryWaiter)
     }
 }
 
+TEST(ThreadExit, ExpiredWaitsLeaveTheJoinToOthers)
+{
+    for (int round = 0; round < 20; ++round) { // whoever comes first joins
+        CHookedThread thread([] {
+            std::this_thread::yield();
+            return true;
+        });
+        ASSERT_TRUE(thread.Start("has many waiters"));
+        std::atomic<int> joinedCount = 0;
+        std::thread patient([&] { joinedCount += thread.Wait_Exit(NO_LIMIT_MS) ? 1 : 0; });
+        EXPECT_EQ(TrueAnswers(3, [&] { return thread.Wait_Exit(1) || thread.Wait_Exit(0); }), 0);
+        std::thread second([&] { joinedCount += thread.Wait_Exit(600000) ? 1 : 0; });
+        thread.Stop();
+        patient.join();
+        second.join();
+        EXPECT_EQ(joinedCount, 2);
+        EXPECT_TRUE(thread.Wait_Exit(0));
+    }
+}
+
 TEST(ThreadExit, LeavesNoThread)
 {
     for (int round = 0; round < 200; ++round) {
