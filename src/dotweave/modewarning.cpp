@@ -72,17 +72,27 @@ std::string Warning_ZonesPrintedOnce(const SMaskGeometry& geometry)
                    geometry.passZone == 1 ? " prints " : " print ", param.colorTimes, " times");
 }
 
+/// Dots move to the first rows of their own mask, `distance` rows away on the sheet. docs/cut-tables.md has
+/// the cases.
 std::string Warning_SineEdge(const SMaskGeometry& geometry)
 {
     if (!HasSineEdge(geometry.param) || IsBlank(geometry))
         return {};
     const auto featherRows = static_cast<int>(FeatherRows(geometry.height, geometry.step));
     const int sineRows = SineMaskRows(featherRows, static_cast<int>(geometry.matrixWidth));
-    if (sineRows == 0)
+    const std::int64_t distance = geometry.height - featherRows;
+    const bool isSameThreshold = distance % geometry.matrixHeight == 0;
+    if (sineRows == 0 || (distance > 0 && isSameThreshold && geometry.param.colorTimes == 1))
         return {};
-    return Text_Of("featherNozzleType 3 moves dots of the last ", Text_Rows(sineRows),
-                   " to the first feather rows, where other thresholds apply: some pixels of every step of ",
-                   Text_Rows(geometry.step), " are lost, others print twice");
+    const std::string start = Text_Of("featherNozzleType 3 moves dots of the last ", Text_Rows(sineRows));
+    if (distance == 0)
+        return start + " into the same rows, where they are lost";
+    if (isSameThreshold)
+        return start + " to the first feather rows, where some lose a print because a dot is there already";
+    return start +
+           Text_Of(" to the first feather rows, where other thresholds apply: some pixels of every step of ",
+                   Text_Rows(geometry.step), " are lost",
+                   distance > geometry.step ? ", others print twice" : "");
 }
 
 } // namespace

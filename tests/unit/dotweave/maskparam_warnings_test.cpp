@@ -103,22 +103,30 @@ TEST(MaskParamWarnings, FeatherZonesThatPrintOnce)
 
 TEST(MaskParamWarnings, SineEdgeThatLosesPixels)
 {
-    // 544 rows in steps of 85 leave 34 feather rows, and the sine takes half of them.
-    const Texts sine = {
-        "featherNozzleType 3 moves dots of the last 17 rows to the first feather rows, where other "
-        "thresholds apply: some pixels of every step of 85 rows are lost, others print twice"};
-    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam&) {}), sine);
-    // Hard edges have it too: 136 rows of a step, of which a tenth of 544 columns are 54.
-    const Texts hard = Warnings(MaskParam_Plain(), [](SMaskParam& p) {
-        p.basePass = 4, p.featherNozzleType = FeatherNozzle_Smooth_3_Sine;
-    });
-    ASSERT_EQ(hard.size(), 1U);
-    EXPECT_NE(hard[0].find("the last 54 rows"), std::string::npos) << hard[0];
-    // A single feather row has no room for it.
-    EXPECT_EQ(Warnings(MaskParam_Plain(),
-                       [](SMaskParam& p) {
-                           p.nozzleCount = 4, p.basePass = 4,
-                           p.featherNozzleType = FeatherNozzle_Smooth_3_Sine;
-                       }),
-              Texts());
+    const auto hard = [](int nozzleCount, int basePass) {
+        return Warnings(MaskParam_Plain(), [&](SMaskParam& p) {
+            p.nozzleCount = nozzleCount, p.basePass = basePass;
+            p.featherNozzleType = FeatherNozzle_Smooth_3_Sine;
+        });
+    };
+    // The modes of the table in docs/cut-tables.md. A tenth of 544 columns are 54 rows.
+    EXPECT_EQ(
+        hard(544, 1),
+        Texts{"featherNozzleType 3 moves dots of the last 54 rows into the same rows, where they are lost"});
+    EXPECT_EQ(
+        hard(544, 2),
+        Texts{"featherNozzleType 3 moves dots of the last 54 rows to the first feather rows, where other "
+              "thresholds apply: some pixels of every step of 272 rows are lost"});
+    EXPECT_EQ(
+        hard(544, 4),
+        Texts{"featherNozzleType 3 moves dots of the last 54 rows to the first feather rows, where other "
+              "thresholds apply: some pixels of every step of 136 rows are lost, others print twice"});
+    EXPECT_EQ(hard(1088, 2), Texts()); // a step is the whole matrix
+    EXPECT_EQ(hard(4, 4), Texts());    // a single feather row has no room for it
+    // 544 rows in 4 passes over 50 percent: 6 steps of 85 rows are the 510 matrix rows in use.
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam&) {}), Texts());
+    EXPECT_EQ(
+        Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam& p) { p.colorTimes = 2; }),
+        Texts{"featherNozzleType 3 moves dots of the last 17 rows to the first feather rows, where some "
+              "lose a print because a dot is there already"});
 }
