@@ -45,6 +45,6 @@ DOTWEAVE_API SMaskSize MaskParam_Size(const SMaskParam& param);
 ///         - colour planes that are cut from the same thresholds, so that their dots coincide;
 ///         - a feather level of 0, which builds a blank mask;
 ///         - smooth-2 feather zones, which print once, in a mode that prints all other rows several times;
-///         - the sine edge, which loses some pixels and prints others twice.
+///         - the sine edge, where pixels lose a print or print once too often.
 /// @throws std::bad_alloc when memory runs out
 DOTWEAVE_API std::vector<std::string> MaskParam_Warnings(const SMaskParam& param);

@@ -9,11 +9,6 @@ namespace dotweave {
 
 namespace {
 
-std::string Text_Rows(std::int64_t count)
-{
-    return Text_Of(count, count == 1 ? " row" : " rows");
-}
-
 /// Hard edges that became smooth-2 zones.
 std::string Warning_Switch(const SMaskGeometry& geometry)
 {
@@ -21,12 +16,12 @@ std::string Warning_Switch(const SMaskGeometry& geometry)
         return {};
     const SMaskParam& param = geometry.param;
     const std::int64_t rest = param.nozzleCount - param.basePass * geometry.step;
-    std::string text =
-        Text_Of("featherMode 0 becomes smooth-2: nozzleCount ", param.nozzleCount, " leaves ",
-                Text_Rows(rest), " after ", param.basePass, " steps of ", Text_Rows(geometry.step),
-                ", so feather zones of ", Text_Rows(geometry.featherZone), " blend the edges");
+    std::string text = Text_Of("featherMode 0 becomes smooth-2: nozzleCount ", param.nozzleCount, " leaves ",
+                               Text_Rows(rest), " after ", param.basePass,
+                               param.basePass == 1 ? " step of " : " steps of ", Text_Rows(geometry.step),
+                               ", so feather zones of ", Text_Rows(geometry.featherZone), " blend the edges");
     if (geometry.height < param.nozzleCount)
-        text += Text_Of("; ", Text_Rows(param.nozzleCount - geometry.height), " of the head stay unused");
+        text += Text_Of("; the head has ", Text_Rows(param.nozzleCount - geometry.height), " unused");
     return text;
 }
 
@@ -82,17 +77,17 @@ std::string Warning_SineEdge(const SMaskGeometry& geometry)
     const int sineRows = SineMaskRows(featherRows, static_cast<int>(geometry.matrixWidth));
     const std::int64_t distance = geometry.height - featherRows;
     const bool isSameThreshold = distance % geometry.matrixHeight == 0;
-    if (sineRows == 0 || (distance > 0 && isSameThreshold && geometry.param.colorTimes == 1))
+    // The curve covers one row in every column, so no dot leaves a single row.
+    if (sineRows < 2 || (distance > 0 && isSameThreshold && geometry.param.colorTimes == 1))
         return {};
     const std::string start = Text_Of("featherNozzleType 3 moves dots of the last ", Text_Rows(sineRows));
     if (distance == 0)
         return start + " into the same rows, where they are lost";
     if (isSameThreshold)
-        return start + " to the first feather rows, where some lose a print because a dot is there already";
-    return start +
-           Text_Of(" to the first feather rows, where other thresholds apply: some pixels of every step of ",
-                   Text_Rows(geometry.step), " are lost",
-                   distance > geometry.step ? ", others print twice" : "");
+        return start + " to the first feather rows, where a dot that finds its place taken is lost";
+    return Text_Of(start, " to the first feather rows, where other thresholds apply: some pixels of every ",
+                   "step of ", Text_Rows(geometry.step),
+                   " lose a print, and others may print once too often");
 }
 
 } // namespace

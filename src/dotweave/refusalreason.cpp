@@ -25,15 +25,19 @@ std::string Text_TooSmall(std::string_view field, std::int32_t value)
 }
 
 /// "with 8 passes and 3 Y resolution passes"
-std::string Text_WithPasses(const SMaskParam& param)
+std::string Text_WithPasses(const SMaskGeometry& geometry)
 {
+    const SMaskParam& param = geometry.param;
     std::string text = Text_Of("with ", param.basePass, param.basePass == 1 ? " pass" : " passes");
     if (param.xResPass > 1)
         text += Text_Of(param.yResPass > 1 ? ", " : " and ", param.xResPass, " X");
     if (param.yResPass > 1)
         text += Text_Of(" and ", param.yResPass, " Y");
-    if (param.xResPass > 1 || param.yResPass > 1)
+    if (param.xResPass > 1 || param.yResPass > 1) {
         text += " resolution passes";
+        const SSplitCounts split = SplitCounts(param.resSplitType);
+        text += split.x > 1 || split.y > 1 ? " after the split" : "";
+    }
     return text;
 }
 
@@ -157,20 +161,28 @@ std::string Reason_FeatherNozzleType(const SMaskGeometry& geometry)
 
 std::string Reason_NoStep(const SMaskGeometry& geometry)
 {
-    const std::int32_t count = geometry.param.nozzleCount;
+    const SMaskParam& param = geometry.param;
+    const std::int32_t count = param.nozzleCount;
     if (count < 1)
         return Text_TooSmall("nozzleCount", count) + Nearest_NozzleCount(geometry);
-    return Text_Of("nozzleCount ", count, " is too small for a step of ",
-                   std::int64_t{geometry.param.xResPass} * geometry.param.yResPass, " or more rows ",
-                   Text_WithPasses(geometry.param), Nearest_NozzleCount(geometry));
+    const std::int64_t leastStep = std::int64_t{param.xResPass} * param.yResPass;
+    const std::string passes = Text_WithPasses(geometry);
+    if (count / param.basePass >= leastStep) { // without feathering the rows would do
+        if (const int percent = NearestPercent_Below(geometry.input); percent >= 0)
+            return Text_Of("featherPercent ", param.featherPercent, " leaves nozzleCount ", count,
+                           " too few rows for a step of ", leastStep, " or more; at most ", percent,
+                           " percent ", passes);
+    }
+    return Text_Of("nozzleCount ", count, " is too small for a step of ", leastStep, " or more rows ", passes,
+                   Nearest_NozzleCount(geometry));
 }
 
 std::string Reason_FeatherAboveStep(const SMaskGeometry& geometry)
 {
     const SMaskParam& param = geometry.param;
     const std::string zone = Text_Of(" needs a feather zone of ", geometry.featherZone,
-                                     " rows, more than the step of ", geometry.step, " rows");
-    const std::string passes = Text_WithPasses(param);
+                                     " rows, more than the step of ", Text_Rows(geometry.step));
+    const std::string passes = Text_WithPasses(geometry);
     if (const int percent = NearestPercent_Below(geometry.input); percent >= 0)
         return Text_Of("featherPercent ", param.featherPercent, zone, "; at most ", percent, " percent ",
                        passes);
@@ -188,8 +200,8 @@ std::string Reason_Layout(const SMaskGeometry& geometry)
 std::string Reason_Lines(const SMaskGeometry& geometry)
 {
     const std::int64_t lead = geometry.lead * geometry.param.yResPass;
-    return Text_Of("nozzleCount ", geometry.param.nozzleCount, " in ", geometry.param.yResPass,
-                   " Y resolution passes makes a mask and a lead blank of ",
+    return Text_Of("nozzleCount ", geometry.param.nozzleCount, " ", Text_WithPasses(geometry),
+                   " makes a mask and a lead blank of ",
                    Text_TooMuch(lead + Position_Lines(geometry), " lines"));
 }
 
@@ -205,7 +217,7 @@ std::string Reason_NoBand(const SMaskGeometry& geometry)
     std::string text = Text_Of("featherPercent ", param.featherPercent, " leaves a feather zone of ",
                                geometry.featherZone, " rows, and so a lead blank as high as the mask");
     if (const int percent = NearestPercent_Above(geometry.input); percent >= 0)
-        text += Text_Of("; at least ", percent, " percent ", Text_WithPasses(param));
+        text += Text_Of("; at least ", percent, " percent ", Text_WithPasses(geometry));
     return text;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <charconv>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -29,6 +30,12 @@ std::string Text_Of(const TParts&... parts)
     std::string text;
     (Text_Append(text, parts), ...);
     return text;
+}
+
+/// "1 row", "2 rows"
+inline std::string Text_Rows(std::int64_t count)
+{
+    return Text_Of(count, count == 1 ? " row" : " rows");
 }
 
 } // namespace dotweave

@@ -102,8 +102,9 @@ SMaskParam Proposed(SMaskParam param, const std::string& reason)
 std::string Sentence(const std::string& reason)
 {
     static const std::regex numbers("-?(nan|inf|[0-9]+([.]?[0-9]+)?(e[-+][0-9]+)?)");
+    static const std::regex oneRow("N row\\b");
     const std::string words = std::regex_replace(reason.substr(0, reason.find(';')), numbers, "N");
-    return words.substr(0, words.find(" with "));
+    return std::regex_replace(words.substr(0, words.find(" with ")), oneRow, "N rows");
 }
 
 /// A head around the rows that its passes need, at percents around the ends of the range.
@@ -169,6 +170,13 @@ TEST(RefusalReason, SaysFieldValueAndLimit)
         plain([](SMaskParam& p) { p.nozzleCount = 15, p.basePass = 4, p.xResPass = 2, p.yResPass = 2; }),
         "nozzleCount 15 is too small for a step of 4 or more rows with 4 passes, 2 X and 2 Y resolution "
         "passes; nearest that builds: nozzleCount 16");
+    // 15 rows in 2 passes make a step of 7, one row short of 4 X and 2 Y resolution passes.
+    EXPECT_EQ(plain([](SMaskParam& p) {
+                  p.nozzleCount = 15, p.basePass = 2, p.xResPass = 8, p.yResPass = 2;
+                  p.resSplitType = ResSplit_X2;
+              }),
+              "nozzleCount 15 is too small for a step of 8 or more rows with 2 passes, 4 X and 2 Y "
+              "resolution passes after the split; nearest that builds: nozzleCount 16");
 }
 
 TEST(RefusalReason, SaysWhatAProfileNeeds)
@@ -198,6 +206,10 @@ TEST(RefusalReason, SaysWhatAProfileNeeds)
               "featherPercent 100 needs a feather zone of 28 rows, more than the step of 9 rows; at most 59 "
               "percent "
               "with 8 passes and 3 Y resolution passes");
+    // 7 / 4 is a step of 1 row, and 4 steps leave 3 rows. 6 rows leave 2, and 8 rows none.
+    EXPECT_EQ(smooth2([](SMaskParam& p) { p.nozzleCount = 7, p.featherPercent = 0.0F; }),
+              "nozzleCount 7 needs a feather zone of 3 rows, more than the step of 1 row with 4 passes; "
+              "nearest that builds: nozzleCount 5");
     // 100 / 10 = 10 rows make a step of 8 at every percent; 10 steps leave 20 rows, and 8 of 88.
     EXPECT_EQ(smooth2([](SMaskParam& p) {
                   p.nozzleCount = 100, p.basePass = 10, p.yResPass = 8, p.featherPercent = 0.0F;
@@ -221,8 +233,10 @@ TEST(RefusalReason, SaysWhichSizeDoesNotFit)
     EXPECT_EQ(plain([](SMaskParam& p) { p.nozzleCount = 31580642; }),
               "nozzleCount 31580642 makes positions of 2147483656 bytes, more than 2147483647");
     EXPECT_EQ(plain([](SMaskParam& p) { p.nozzleCount = 46341, p.yResPass = 46341; }),
-              "nozzleCount 46341 in 46341 Y resolution passes makes a mask and a lead blank of 2147488281 "
-              "lines, more "
+              "nozzleCount 46341 with 1 pass and 46341 Y resolution passes makes a mask and a lead blank of "
+              "2147488281 lines, more than 2147483647");
+    EXPECT_EQ(plain([](SMaskParam& p) { p.nozzleCount = 2000000000, p.basePass = 2; }),
+              "nozzleCount 2000000000 with 2 passes makes a mask and a lead blank of 3000000000 lines, more "
               "than 2147483647");
     EXPECT_EQ(
         plain([](SMaskParam& p) { p.nozzleCount = 15790321; }),
@@ -290,7 +304,7 @@ TEST(RefusalReason, GivenExactlyWhenCreateRefuses)
         }
     }
     // Every condition that a record alone can meet was met, and both sides are well filled.
-    EXPECT_EQ(sentences.size(), 25U) << testing::PrintToString(sentences);
+    EXPECT_EQ(sentences.size(), 26U) << testing::PrintToString(sentences);
     EXPECT_GT(built, 15000);
     EXPECT_GT(proposals, 10000);
 }

@@ -51,7 +51,10 @@ TEST(MaskParamWarnings, HardEdgesThatBecomeFeathered)
         Warnings(MaskParam_Plain(),
                  [](SMaskParam& p) { p.nozzleCount = 100, p.basePass = 10, p.yResPass = 8; }),
         Texts({"featherMode 0 becomes smooth-2: nozzleCount 100 leaves 20 rows after 10 steps of 8 rows, so "
-               "feather zones of 8 rows blend the edges; 12 rows of the head stay unused"}));
+               "feather zones of 8 rows blend the edges; the head has 12 rows unused"}));
+    EXPECT_EQ(Warnings(MaskParam_Plain(), [](SMaskParam& p) { p.nozzleCount = 5, p.yResPass = 4; }),
+              Texts({"featherMode 0 becomes smooth-2: nozzleCount 5 leaves 1 row after 1 step of 4 rows, so "
+                     "feather zones of 1 row blend the edges"}));
 }
 
 TEST(MaskParamWarnings, PlanesThatShareThresholds)
@@ -116,17 +119,19 @@ TEST(MaskParamWarnings, SineEdgeThatLosesPixels)
     EXPECT_EQ(
         hard(544, 2),
         Texts{"featherNozzleType 3 moves dots of the last 54 rows to the first feather rows, where other "
-              "thresholds apply: some pixels of every step of 272 rows are lost"});
+              "thresholds apply: some pixels of every step of 272 rows lose a print, and others may print "
+              "once too often"});
     EXPECT_EQ(
         hard(544, 4),
         Texts{"featherNozzleType 3 moves dots of the last 54 rows to the first feather rows, where other "
-              "thresholds apply: some pixels of every step of 136 rows are lost, others print twice"});
+              "thresholds apply: some pixels of every step of 136 rows lose a print, and others may print "
+              "once too often"});
     EXPECT_EQ(hard(1088, 2), Texts()); // a step is the whole matrix
     EXPECT_EQ(hard(4, 4), Texts());    // a single feather row has no room for it
+    EXPECT_EQ(hard(6, 2), Texts());    // the curve covers the only sine row of 3 feather rows
     // 544 rows in 4 passes over 50 percent: 6 steps of 85 rows are the 510 matrix rows in use.
     EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam&) {}), Texts());
-    EXPECT_EQ(
-        Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam& p) { p.colorTimes = 2; }),
-        Texts{"featherNozzleType 3 moves dots of the last 17 rows to the first feather rows, where some "
-              "lose a print because a dot is there already"});
+    EXPECT_EQ(Feathered(FeatherNozzle_Smooth_3_Sine, [](SMaskParam& p) { p.colorTimes = 2; }),
+              Texts{"featherNozzleType 3 moves dots of the last 17 rows to the first feather rows, where a "
+                    "dot that finds its place taken is lost"});
 }

@@ -128,10 +128,11 @@ TEST_F(CommandRefusal, OfAModeNamesFieldValueAndLimit)
          "nearest that builds: nozzleCount 600"},
         // Smooth-3 takes up to three quarters of the rows off first.
         {"--nozzle-count 20 --base-pass 6 --y-res-pass 2 --feather-percent 100" + smooth3,
-         "nozzleCount 20 is too small for a step of 2 or more rows with 6 passes and 2 Y resolution passes; "
-         "nearest that builds: nozzleCount 45"},
+         "featherPercent 100 leaves nozzleCount 20 too few rows for a step of 2 or more; at most 59 percent "
+         "with 6 passes and 2 Y resolution passes"},
         {"--base-pass 300 --feather-percent 100" + smooth3,
-         "nozzleCount 544 is too small for a step of 1 or more rows with 300 passes"},
+         "featherPercent 100 leaves nozzleCount 544 too few rows for a step of 1 or more; at most 60 percent "
+         "with 300 passes"},
         // The split leaves no resolution pass.
         {"--res-split-type x2", "xResPass 1 is less than the 2 parts that resSplitType 1 makes of it; "
                                 "nearest that builds: xResPass 2"},
