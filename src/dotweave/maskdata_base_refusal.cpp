@@ -62,8 +62,7 @@ bool AreLinesTooMany(const SMaskGeometry& geometry)
 /// Checked again at the end, as a derived mask object can change every number in its resolution set-up.
 bool IsPositionTooLarge(const SMaskGeometry& geometry)
 {
-    return !Int32_Holds(Position_Lines(geometry)) || !Int32_Holds(Position_Bytes(geometry)) ||
-           !Int32_Holds(Position_Lines(geometry) * geometry.lineBytes);
+    return !Int32_Holds(Position_Lines(geometry)) || !Int32_Holds(Position_Bytes(geometry));
 }
 
 using enum ECreationStep;

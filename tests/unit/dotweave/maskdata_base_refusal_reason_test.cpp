@@ -309,6 +309,18 @@ TEST(RefusalReason, GivenExactlyWhenCreateRefuses)
     EXPECT_GT(proposals, 10000);
 }
 
+TEST(RefusalReason, DependsOnNoEarlierMode)
+{
+    struct CUsedMask : CTriedMask {
+        CUsedMask() { m_maskLineBytes = 4352; } // of an earlier mode with 8 pixels per threshold column
+    };
+    SMaskParam param = MaskParam_Plain();
+    param.nozzleCount = 544 * 5000;
+    EXPECT_EQ(MaskParam_Refusal(param), "");
+    const CLogCapture log;
+    EXPECT_TRUE(CUsedMask().Try(param)); // 2720000 lines of 4352 bytes would not fit
+}
+
 TEST(RefusalReason, LogsNothing)
 {
     const CLogCapture log;
