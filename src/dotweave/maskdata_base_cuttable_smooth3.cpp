@@ -83,7 +83,7 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(SCutTabl
         "*,int)";
     const int times = m_maskParam_Current.colorTimes;
     const int step = m_stepHeight_NoneRes;
-    const int passesPerGroup = m_maskParam_Current.basePass / times;
+    const int passesPerGroup = times < 1 ? 0 : m_maskParam_Current.basePass / times;
     const int groupRows = Int32_Product(step, passesPerGroup);
     std::vector<SCutTable> group(Int32_Size(groupRows));
     if (!CreateCutTable_FeatherNone_ColorOneTimes(group.data(), groupRows, step, passesPerGroup))

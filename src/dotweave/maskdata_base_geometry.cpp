@@ -30,7 +30,7 @@ bool CMaskData_Base::InitResParam()
     const int yPasses = m_maskParam_Current.yResPass;
     m_yResStep = Offsets_New(yPasses, m_stepHeight_NoneRes);
     m_xResStep = Offsets_New(xPasses, m_stepHeight_NoneRes / xPasses);
-    m_maskWidth = m_baseMaskWidth * xPasses;
+    m_maskWidth = Int32_Product(m_baseMaskWidth, xPasses); // a derived mask object may choose any width
     m_stepHeight = m_stepHeight_NoneRes * yPasses;
     m_realStepHeight = m_stepHeight / xPasses / yPasses;
     m_leadBlankHeight = static_cast<int>(LeadBlank_IncludeRes(geometry));

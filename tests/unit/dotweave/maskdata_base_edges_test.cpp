@@ -181,6 +181,20 @@ TEST(SizeEdges, BuildersWriteAtMostWhatTheTableHolds)
         }
 }
 
+TEST(SizeEdges, NoTimesMakeNoGroups)
+{
+    CMaskData_Base mask;
+    SMaskData_Base_Peek peek{mask};
+    peek.Current().basePass = LEAST; // over -1 the quotient would not fit
+    peek.StepHeight_NoneRes() = 2;
+    for (const int times : {LEAST, -1, 0}) {
+        peek.Current().colorTimes = times;
+        EXPECT_TRUE(StaysInside(10, [&](SCutTable* table) {
+            EXPECT_TRUE(mask.CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(table, 10));
+        }));
+    }
+}
+
 TEST(MaskDataEdges, NothingWithoutABlock)
 {
     const CMaskData_Base mask;
