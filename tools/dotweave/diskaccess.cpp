@@ -75,8 +75,8 @@ CFolderLock::CFolderLock(const std::filesystem::path& folder, EWait wait)
     do
         result = flock(m_descriptor, LOCK_EX | (wait == Wait_Never ? LOCK_NB : 0));
     while (result != 0 && errno == EINTR);
-    m_isHeld =
-        result == 0; // a file system without locks never gives one; runs at once are then not kept apart
+    // A file system without locks never gives one; runs at the same time are then not kept apart.
+    m_isHeld = result == 0;
 }
 
 CFolderLock::~CFolderLock()

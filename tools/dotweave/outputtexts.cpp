@@ -22,7 +22,7 @@ bool IsWrittenThrough(const std::string& file)
     return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
 }
 
-/// The file that a name stands for, behind all links.
+/// The file that a name means once all links are followed.
 fs::path Target(const std::string& file)
 {
     if (fs::is_symlink(fs::symlink_status(file)) && !fs::exists(file))
