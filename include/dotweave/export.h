@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// Marks the classes that a host may use. Everything else stays hidden inside the library. Linked statically, the
-/// library has no border to cross and the mark is empty; the CMake target defines DOTWEAVE_STATIC then.
+/// Marks what a host may use. Everything else stays hidden inside the library. A static library hides
+/// nothing, so the mark is then empty; the CMake target defines DOTWEAVE_STATIC.
 
 #if defined(DOTWEAVE_STATIC)
 #define DOTWEAVE_API

@@ -16,8 +16,8 @@
 #define DOTWEAVE_VERSION_STRING                                                                              \
     DOTWEAVE_VERSION_TEXT(DOTWEAVE_VERSION_MAJOR, DOTWEAVE_VERSION_MINOR, DOTWEAVE_VERSION_PATCH)
 
-/// The version of the library that is loaded, in the form of DOTWEAVE_VERSION_STRING. A host compares the two to
-/// find out that it runs with another library than it was built with. Has a C name, so that a host can look it up
-/// before it calls anything else.
+/// The version of the library that is loaded, in the form of DOTWEAVE_VERSION_STRING. A host compares the two
+/// to find out that it runs with another library than it was built with. Has a C name, so that a host can
+/// look it up before it calls anything else.
 /// Thread-safety: any thread at any time.
 extern "C" DOTWEAVE_API const char* dotweave_version() noexcept;

@@ -95,7 +95,7 @@ CMaskData_Base* CMaskDataStorage::MaskData_Find(const SMaskParam& param)
     for (CMaskData_Base* mask : *m_pListMaskData) {
         if (mask == nullptr)
             Log_Failure(UNIT, SCOPE, __LINE__);
-        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c): bit for bit, also floats
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c): bit for bit
         if (std::memcmp(&mask->MaskParam_Input(), &param, sizeof(SMaskParam)) == 0)
             return mask;
     }
