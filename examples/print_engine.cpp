@@ -15,7 +15,8 @@
 
 namespace {
 
-/// A 1-bit image, packed as masks are: eight pixels a byte, the leftmost in the most significant bit, 1 is ink.
+/// A 1-bit image, packed as masks are: eight pixels a byte, the leftmost in the most significant bit, 1 is
+/// ink.
 class CImage {
 public:
     CImage(int width, int height) : m_width(width), m_height(height)
@@ -91,8 +92,8 @@ constexpr SJob JOBS[] = {{"1_four_passes", FOUR_PASSES},
                          {"2_double_resolution", DOUBLE_RESOLUTION},
                          {"3_four_passes_again", FOUR_PASSES}};
 
-/// One bit per pixel of a line, set in every xResPass-th column from column k on: the columns that the head fires in
-/// X resolution pass k.
+/// One bit per pixel of a line, set in every xResPass-th column from column k on: the columns that the head
+/// fires in X resolution pass k.
 std::vector<std::uint8_t> Columns_Make(const CImage& image, int xResPass, int k)
 {
     std::vector<std::uint8_t> columns(static_cast<std::size_t>(image.LineBytes()));
@@ -103,7 +104,8 @@ std::vector<std::uint8_t> Columns_Make(const CImage& image, int xResPass, int k)
 
 /// What the head gets in Y resolution pass r and X resolution pass k of one band.
 /// @param positionBytes  what MaskData_Get gave for this band
-/// @param firstLine      the image line that nozzle row 0 prints; negative where the head has not reached the image
+/// @param firstLine      the image line that nozzle row 0 prints; negative where the head has not reached the
+///                       image
 CImage Pass_Make(const CImage& image, const CMaskData_Base& mask, const std::uint8_t* positionBytes,
                  int firstLine, int r, int k)
 {

@@ -185,8 +185,8 @@ bool CMaskDataGenerator::HaveWorkersEnded(unsigned int milliseconds) const
                        });
 }
 
-/// Ends the run when all workers have ended. The output is complete when they have written every item that was
-/// handed out, which by now is every item there is.
+/// Ends the run when all workers have ended. The output is complete when they have written every item that
+/// was handed out, which by now is every item there is.
 void CMaskDataGenerator::WaitSub()
 {
     if (!HaveWorkersEnded(WORKER_WAIT_MS))

@@ -14,7 +14,8 @@
 /// Builds all mask bytes of one mask object in the background: a producer, which is this thread, hands out
 /// one work item per colour, position and Y resolution pass to six workers.
 /// Construct; Create; Wait_Exit; destroy. docs/threads.md says who owns what, and when.
-/// Thread-safety: Create and destruction from one thread; Wait_Exit and Stop from any, once Create has returned.
+/// Thread-safety: Create and destruction from one thread; Wait_Exit and Stop from any, once Create has
+/// returned.
 class CMaskDataGenerator : public CustomThreadBase {
 public:
     CMaskDataGenerator() = default;
@@ -35,8 +36,8 @@ public:
     /// Stops all workers, waits for them, then asks the producer to end.
     void Stop() override;
 
-    /// Whether workers have written every line of the output; to be asked when the run has ended. Otherwise lines
-    /// are as the memory was: workers failed, the run was stopped, or the producer failed.
+    /// Whether workers have written every line of the output; to be asked when the run has ended. Otherwise
+    /// lines are as the memory was: workers failed, the run was stopped, or the producer failed.
     [[nodiscard]] bool IsOutputComplete() const { return m_isOutputComplete; }
 
 protected:

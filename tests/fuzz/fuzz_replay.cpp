@@ -1,6 +1,6 @@
 // A fuzzer without its engine: runs the inputs of the folders and files that are named, in the order of their
-// names. With it every compiler and sanitizer runs what the fuzzers have collected, and a find can be debugged.
-// usage: <fuzzer>_replay FOLDER_OR_FILE...
+// names. With it every compiler and sanitizer runs what the fuzzers have collected, and a find can be
+// debugged. usage: <fuzzer>_replay FOLDER_OR_FILE...
 
 #include "fuzzing.h"
 

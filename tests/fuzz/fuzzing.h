@@ -9,12 +9,13 @@
 /// process, so that the fuzzing engine keeps the input. See fuzzing.cpp.
 
 extern "C" {
-/// Called once by the engine: makes failed expectations end the process and keeps the library's log records away.
+/// Called once by the engine: makes failed expectations end the process and keeps the library's log records
+/// away.
 int LLVMFuzzerInitialize(int* argc, char*** argv);
 /// One run. @return 0
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 }
 
-/// A number of the input, brought into a range. Numbers inside stay what they are, so that a seed says what it
-/// means; all others are spread over the range.
+/// A number of the input, brought into a range. Numbers inside stay what they are, so that a seed says what
+/// it means; all others are spread over the range.
 int Fuzz_Number(std::int32_t value, int lowest, int highest);

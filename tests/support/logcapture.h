@@ -17,7 +17,8 @@ struct SLogRecord {
 
 inline constexpr unsigned int LINE_ANY = 0;
 
-/// Equal when all agree. A line of LINE_ANY on one side agrees with every line of the other, which must have one.
+/// Equal when all agree. A line of LINE_ANY on one side agrees with every line of the other, which must have
+/// one.
 bool operator==(const SLogRecord& a, const SLogRecord& b);
 std::ostream& operator<<(std::ostream& stream, const SLogRecord& record);
 

@@ -10,8 +10,8 @@
 /// edges, printed once. Every other field is zero but featherPercent 50 and featherLevelPercent 100.
 SMaskParam MaskParam_Plain();
 
-/// Small modes of one step height: 8 nozzle rows, and a number in a field that hard edges never read, so that each
-/// is another record.
+/// Small modes of one step height: 8 nozzle rows, and a number in a field that hard edges never read, so that
+/// each is another record.
 SMaskParam MaskParam_Small(int number);
 
 /// A mode with feathered edges.

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 /// @file
-/// Rows of bits, without vectors: the first column is the most significant bit of the first byte, and the bits
-/// after the last column are 0.
+/// Rows of bits, without vectors: the first column is the most significant bit of the first byte, and the
+/// bits after the last column are 0.
 
 namespace dotweave {
 
@@ -18,9 +18,10 @@ constexpr int BytesOfBits(int bits)
     return (bits + 7) / 8;
 }
 
-/// Repeats the first `period` bits of a row until it is `length` bits long, as the plane repeats on the paper.
-/// Bits after the last one become undefined, up to the end of the byte after the last one.
-/// @param bits    BytesOfBits(length) + 1 bytes at least; zeros follow the first `period` bits within their byte
+/// Repeats the first `period` bits of a row until it is `length` bits long, as the plane repeats on the
+/// paper. Bits after the last one become undefined, up to the end of the byte after the last one.
+/// @param bits    BytesOfBits(length) + 1 bytes at least; zeros follow the first `period` bits within their
+///                byte
 /// @param period  >= 1
 void Bits_Repeat(std::uint8_t* bits, int period, int length);
 
@@ -29,8 +30,8 @@ void Bits_Repeat(std::uint8_t* bits, int period, int length);
 /// @param dest   BytesOfBits(count) bytes
 void Bits_Copy(const std::uint8_t* bits, int first, int count, std::uint8_t* dest);
 
-/// Packs the bit rows of all X resolution passes, `width` bits each, into one line, pixel by pixel: the way for
-/// any number of passes. Writes whole bytes, padding included.
+/// Packs the bit rows of all X resolution passes, `width` bits each, into one line, pixel by pixel: the way
+/// for any number of passes. Writes whole bytes, padding included.
 void Line_PackByBits(const std::uint8_t* const* rows, int xResPass, int bitsPerPixel, int width,
                      std::uint8_t* line);
 

@@ -33,8 +33,8 @@ constexpr int GROUP_BYTES_MAX = BITS_PER_PIXEL_MAX * TABLE_PASSES_MAX;
 /// A table lookup takes 4 columns of a pass, which is half a byte of its bits.
 enum ENibble { Nibble_High, Nibble_Low, Nibble_Count };
 
-/// How 8 columns of all X resolution passes turn into output bytes: 8 columns of k passes with b bits are k * b
-/// whole bytes. Each byte is the OR of table lookups by the nibbles of the passes' bits.
+/// How 8 columns of all X resolution passes turn into output bytes: 8 columns of k passes with b bits are k *
+/// b whole bytes. Each byte is the OR of table lookups by the nibbles of the passes' bits.
 struct SPackTables {
     alignas(16) std::uint8_t nibble[TABLE_PASSES_MAX][GROUP_BYTES_MAX][Nibble_Count][16];
 };

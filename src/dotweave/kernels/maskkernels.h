@@ -50,8 +50,8 @@ inline bool Cut_HasWork(SRowRange rows, int columns, int planeWidth, int planeHe
 // ---- reference
 
 /// Sets every pixel of the block whose threshold lies inside the range of its row:
-/// lowerLimit < threshold <= upperLimit. Clear pixels stay as they are. Without rows, without columns or with a
-/// plane of no thresholds nothing happens.
+/// lowerLimit < threshold <= upperLimit. Clear pixels stay as they are. Without rows, without columns or with
+/// a plane of no thresholds nothing happens.
 /// Walks runs of columns up to the wrap of the plane; no remainder is computed per pixel.
 void MaskKernel_Cut_Reference(const SParam_GenerateMaskData& param, SRowRange rows);
 
@@ -93,7 +93,8 @@ struct SMaskKernels {
     decltype(&MaskKernel_CutAndPack) cutAndPack;
 };
 
-/// The fast twins, unless a test has put others in their place. Asked once per step of an item, never in a loop.
+/// The fast twins, unless a test has put others in their place. Asked once per step of an item, never in a
+/// loop.
 const SMaskKernels& MaskKernels_Get();
 
 /// For tests: puts another set in place, such as one that fails. Only while no mask is being built.

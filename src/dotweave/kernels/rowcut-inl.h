@@ -1,6 +1,6 @@
 /// @file
-/// From thresholds or dots to rows of bits. Included once per instruction set, between foreach_target.h and the
-/// end of the file that is compiled for each.
+/// From thresholds or dots to rows of bits. Included once per instruction set, between foreach_target.h and
+/// the end of the file that is compiled for each.
 
 #if defined(DOTWEAVE_KERNELS_ROWCUT_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef DOTWEAVE_KERNELS_ROWCUT_INL_H_

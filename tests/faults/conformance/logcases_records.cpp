@@ -116,7 +116,8 @@ void AddRefusedByLayout(std::vector<SRefusedRecord>& refused)
     }
 }
 
-/// Records that fail after the layout: no pass zone beside the lead blank, or masks that 32 bits do not count.
+/// Records that fail after the layout: no pass zone beside the lead blank, or masks that 32 bits do not
+/// count.
 void AddRefusedBySize(std::vector<SRefusedRecord>& refused)
 {
     const SLogRecord noBand = {SCOPE_RES_PARAM, UNIT_MASK, 941, 1,

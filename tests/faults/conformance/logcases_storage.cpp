@@ -11,8 +11,8 @@
 
 namespace {
 
-/// A null entry is logged and then looked at all the same, which no process survives. A sink that throws takes
-/// the operation out in between.
+/// A null entry is logged and then looked at all the same, which no process survives. A sink that throws
+/// takes the operation out in between.
 bool IsNullEntryFound(const std::function<bool(CMaskDataStorage&)>& find)
 {
     CMaskDataStorage storage;

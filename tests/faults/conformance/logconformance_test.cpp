@@ -74,8 +74,8 @@ INSTANTIATE_TEST_SUITE_P(Workers, LogCase, testing::ValuesIn(LogCases_Workers())
 INSTANTIATE_TEST_SUITE_P(Storage, LogCase, testing::ValuesIn(LogCases_Storage()), CaseName);
 INSTANTIATE_TEST_SUITE_P(Platform, LogCase, testing::ValuesIn(LogCases_Platform()), CaseName);
 
-/// Every statement has a line of its own, so the reached ones can be counted. A new failing path gets its row in a
-/// logcases file.
+/// Every statement has a line of its own, so the reached ones can be counted. A new failing path gets its row
+/// in a logcases file.
 TEST(LogCaseTable, ReachesAllStatementsButTheListed)
 {
     std::set<std::tuple<std::string, std::string, unsigned int>> reached;

@@ -1,8 +1,8 @@
 #include "logcase.h"
 #include "logscopes.h"
 
-/// The library has these statements because every level of a chain logs its own record; what they wait for does
-/// not happen.
+/// The library has these statements because every level of a chain logs its own record; what they wait for
+/// does not happen.
 std::vector<SUnreachedLog> LogStatements_Unreached()
 {
     const std::string always = "it returns true or throws";

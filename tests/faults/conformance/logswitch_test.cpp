@@ -1,4 +1,5 @@
-// What the host's logging core decides: whether anything is written at all, and what becomes of a sink's errors.
+// What the host's logging core decides: whether anything is written at all, and what becomes of a sink's
+// errors.
 
 #include "dirtyheap.h"
 #include "dotweave/maskdata_base.h"

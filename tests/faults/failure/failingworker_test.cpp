@@ -42,7 +42,8 @@ bool IsBlank(CMaskData_Base& mask)
                        [](std::uint8_t byte) { return byte == 0; });
 }
 
-/// A creation of which some calls fail has lost the items in work: it is false, and nobody sees the others' lines.
+/// A creation of which some calls fail has lost the items in work: it is false, and nobody sees the others'
+/// lines.
 void ExpectLost(const SMaskParam& param, EWorkerStep step, int first, int count, int failingWorkers)
 {
     const CLogCapture log;

@@ -16,8 +16,8 @@ struct SFailureMode {
 const std::vector<SFailureMode>& FailureModes();
 std::ostream& operator<<(std::ostream& stream, const SFailureMode& mode);
 
-/// What stays allocated for good after a rejected object: itself, the two arrays of step offsets, the block and
-/// its bytes.
+/// What stays allocated for good after a rejected object: itself, the two arrays of step offsets, the block
+/// and its bytes.
 inline constexpr long REJECTED_OBJECT_PIECES = 5;
 
 /// Logs a record: with the first one of a process the logging library allocates state that it keeps.

@@ -3,9 +3,9 @@
 #include <functional>
 
 /// @file
-/// Memory that runs out at will. The test program replaces every form of operator new and, where the C library
-/// allows it, malloc, calloc and realloc; both count what is asked for in the whole process, in the threads that
-/// a creation starts as well.
+/// Memory that runs out at will. The test program replaces every form of operator new and, where the C
+/// library allows it, malloc, calloc and realloc; both count what is asked for in the whole process, in the
+/// threads that a creation starts as well.
 
 /// Whose requests are counted and refused.
 enum class ERequester {

@@ -122,8 +122,8 @@ private:
     };
 
     /// Only these ends are right: the mask as ever; the exception, without a record; false or null with the
-    /// records of a thread that could not start; the mask as ever with the record of a worker whose share others
-    /// took.
+    /// records of a thread that could not start; the mask as ever with the record of a worker whose share
+    /// others took.
     void Note(const SAttempt& attempt, const SEnd& end, STally& tally) const
     {
         if (end.mask != nullptr) {
@@ -183,8 +183,8 @@ TEST_P(RefusedMemory, InAnyThreadLeavesNothingBehind)
     tally.Report();
 }
 
-/// Memory that stays gone takes the records with it, the caller's own too, so nothing is said of them here. A mask
-/// that counts as created is whole.
+/// Memory that stays gone takes the records with it, the caller's own too, so nothing is said of them here. A
+/// mask that counts as created is whole.
 TEST_P(RefusedMemory, ForGoodThrowsOrIsFalse)
 {
     STally tally;
@@ -220,7 +220,8 @@ SMaskParam ManyItems(SMaskParam param)
     return param;
 }
 
-/// Workers that get no memory at all, each with its record or without: the creation is false at once, and says so.
+/// Workers that get no memory at all, each with its record or without: the creation is false at once, and
+/// says so.
 TEST_P(RefusedMemory, OfAllWorkersForGoodIsFalseAtOnce)
 {
     for (const SMaskParam& param : {GetParam().param, ManyItems(GetParam().param)}) {

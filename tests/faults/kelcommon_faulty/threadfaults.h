@@ -6,8 +6,8 @@
 class CustomThreadBase;
 
 /// @file
-/// A host's threading library that fails at will: kelcommon_faulty implements the contract headers with the sources
-/// of the real one, and does what this panel says. Programs that link it need no help from a linker.
+/// A host's threading library that fails at will: kelcommon_faulty implements the contract headers with the
+/// sources of the real one, and does what this panel says. Programs that link it need no help from a linker.
 
 /// As many starts as anyone may ask for.
 inline constexpr int ALL_THREADS = -1;

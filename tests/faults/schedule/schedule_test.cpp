@@ -1,9 +1,9 @@
 /// @file
 /// The end of the work, with threads held up wherever their order around the queues matters: no creation may
-/// hang, miss a queue's wake-up or lose an item. A missed wake-up shows as a sleep that ran its whole time with work
-/// there or with no more to come, which is counted, not measured. Load hardly disturbs the verdict: only a thread that
-/// gets no processor for 100 ms between its count and its event is counted too, as where the process is halted.
-/// DOTWEAVE_SCHEDULE_ROUNDS sets the creations per mode.
+/// hang, miss a queue's wake-up or lose an item. A missed wake-up shows as a sleep that ran its whole time
+/// with work there or with no more to come, which is counted, not measured. Load hardly disturbs the verdict:
+/// only a thread that gets no processor for 100 ms between its count and its event is counted too, as where
+/// the process is halted. DOTWEAVE_SCHEDULE_ROUNDS sets the creations per mode.
 
 #include "dotweave/maskdata_base.h"
 
@@ -47,7 +47,8 @@ void SchedulePoint()
     const int holdUps = g_holdUps;
     if (holdUps == 0)
         return;
-    // Seeded by the thread's number: its id is reused with its stack, which would hold every creation up alike.
+    // Seeded by the thread's number: its id is reused with its stack, which would hold every creation up
+    // alike.
     thread_local std::minstd_rand random(++g_threads * 2654435761U);
     const unsigned int draw = static_cast<unsigned int>(random());
     if (draw % static_cast<unsigned int>(holdUps) != 0)

@@ -68,9 +68,10 @@ long ResidentPages()
     return resident;
 }
 
-/// What is lost with every creation adds up: over the 3,900 creations after the warm-up, 540 bytes each exceed this
-/// bound. What the allocator and the thread library keep for the next creation does not add up; a hundred
-/// creations warm it, but for arenas of the allocator that happen to be used late, for which the bound leaves room.
+/// What is lost with every creation adds up: over the 3,900 creations after the warm-up, 540 bytes each
+/// exceed this bound. What the allocator and the thread library keep for the next creation does not add up; a
+/// hundred creations warm it, but for arenas of the allocator that happen to be used late, for which the
+/// bound leaves room.
 constexpr long GROWTH_PAGES_MAX = 2 * 1024 * 1024 / 4096;
 constexpr int WARM_UP_CREATIONS = 100;
 

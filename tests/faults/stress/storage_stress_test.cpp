@@ -49,8 +49,8 @@ TEST(StorageStress, SixteenThreadsShareAStorage)
     EXPECT_TRUE(LiveThreads_AreGone());
 }
 
-/// More modes than a storage keeps: any call that adds an object may delete another, so the host keeps its own
-/// lock from the call to the end of its reading.
+/// More modes than a storage keeps: any call that adds an object may delete another, so the host keeps its
+/// own lock from the call to the end of its reading.
 TEST(StorageStress, TurnsMakeTheStorageEvict)
 {
     const std::vector<SStressMode> modes = StressModes_OneStep(9);

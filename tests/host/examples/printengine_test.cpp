@@ -1,5 +1,5 @@
-// Runs examples/print_engine on an image larger than the masks in both directions, and lays what its head got in every
-// pass back onto the sheet.
+// Runs examples/print_engine on an image larger than the masks in both directions, and lays what its head got
+// in every pass back onto the sheet.
 
 #include "temporarydirectory.h"
 
@@ -101,8 +101,9 @@ protected:
         }
     }
 
-    /// The threshold under a pixel of the sheet. The matrix lies still on the paper, its first row under the first
-    /// row of band 0. X resolution pass k moves it along by k real steps, and by its share of the columns.
+    /// The threshold under a pixel of the sheet. The matrix lies still on the paper, its first row under the
+    /// first row of band 0. X resolution pass k moves it along by k real steps, and by its share of the
+    /// columns.
     [[nodiscard]] int Threshold(int x, int line, int color) const
     {
         const SJob& job = GetParam();

@@ -1,5 +1,5 @@
-// Exceptions that a host catches by their type although they come out of a library that hides its own. Linked like
-// a host: the shared library and nothing of its inside.
+// Exceptions that a host catches by their type although they come out of a library that hides its own. Linked
+// like a host: the shared library and nothing of its inside.
 
 #include "dotweave/dotweave.h"
 
@@ -25,8 +25,8 @@ bool s_isMutexRefused = false;
 
 } // namespace
 
-// The platform's operation, which the library finds here before it finds the genuine one. Sanitizers stand in this
-// place themselves.
+// The platform's operation, which the library finds here before it finds the genuine one. Sanitizers stand in
+// this place themselves.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the platform's are reserved names
 extern "C" __attribute__((visibility("default"))) int
 pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes) noexcept

@@ -1,5 +1,5 @@
-// Loads the library as a host does and looks at what that did to the process. Says nothing itself: the exit code
-// tells, and whatever stands on the console afterwards came out of the library.
+// Loads the library as a host does and looks at what that did to the process. Says nothing itself: the exit
+// code tells, and whatever stands on the console afterwards came out of the library.
 // usage: loadprobe <path of the library>
 
 #include <array>

@@ -1,5 +1,5 @@
-// Builds a mask and unloads the library at once, again and again, as a host does that tries out modes. The threads of
-// the mask must be gone by then, as their code goes. The exit code tells.
+// Builds a mask and unloads the library at once, again and again, as a host does that tries out modes. The
+// threads of the mask must be gone by then, as their code goes. The exit code tells.
 // usage: unloadprobe <path of the library>
 
 #include <dotweave/maskdatastorage.h>

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// A derived mask object of 100 rows in steps of 40 with a lead blank of its own. In 2 Y resolution passes the mask
-/// has 200 lines, and the last of them stands 40 rows further down.
+/// A derived mask object of 100 rows in steps of 40 with a lead blank of its own. In 2 Y resolution passes
+/// the mask has 200 lines, and the last of them stands 40 rows further down.
 class CLeadMask : public CMaskData_Base {
 public:
     explicit CLeadMask(int lead) : m_lead(lead) {}

@@ -15,8 +15,8 @@
 
 namespace {
 
-// The records that travel between the mask object, the generator and the cut, field by field. Pointers are of 64
-// bits; every number has 32 and a sign.
+// The records that travel between the mask object, the generator and the cut, field by field. Pointers are of
+// 64 bits; every number has 32 and a sign.
 static_assert(sizeof(void*) == 8);
 
 static_assert(std::is_standard_layout_v<SMaskDataGenerate_Param> &&

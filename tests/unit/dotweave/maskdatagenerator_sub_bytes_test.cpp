@@ -62,7 +62,8 @@ TEST(WorkerBytes, TwoPassesOfOneBitAlternate)
     EXPECT_EQ(LineOfColumn(2, 1, 4, 1), CBytes{0x21}); // x1: bit 5; x3: bit 0
     EXPECT_EQ(LineOfColumn(2, 1, 4, 2), CBytes{0x48}); // x2: bit 3; x0: bit 6
     EXPECT_EQ(LineOfColumn(2, 1, 4, 3), CBytes{0x12}); // x3: bit 1; x1: bit 4
-    // Of five columns too (5 / 2 is 2): x4 of pass 0 opens the second byte, x2 of pass 1 is bit 2 of the first.
+    // Of five columns too (5 / 2 is 2): x4 of pass 0 opens the second byte, x2 of pass 1 is bit 2 of the
+    // first.
     EXPECT_EQ(LineOfColumn(2, 1, 5, 4), (CBytes{0x04, 0x80}));
 }
 
@@ -73,7 +74,8 @@ TEST(WorkerBytes, FourDotsOfTwoBitsShareAByte)
     EXPECT_EQ(LineOfColumn(1, 2, 4, 1), CBytes{0x30});
     EXPECT_EQ(LineOfColumn(1, 2, 4, 2), CBytes{0x0C});
     EXPECT_EQ(LineOfColumn(1, 2, 4, 3), CBytes{0x03});
-    // Three passes of three columns read from columns 0, 1 and 2: column 0 is x0, x2 and x1, dots 0, 7 and 5 of nine.
+    // Three passes of three columns read from columns 0, 1 and 2: column 0 is x0, x2 and x1, dots 0, 7 and 5
+    // of nine.
     EXPECT_EQ(LineOfColumn(3, 2, 3, 0), (CBytes{0xC0, 0x33, 0x00}));
 }
 

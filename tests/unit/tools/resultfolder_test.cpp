@@ -134,8 +134,8 @@ TEST_F(ResultFolder, IsWholeAfterRunsAtOnce)
     }
 }
 
-/// A run may be killed at any moment. Unless it was while it moved files, the folder is whole; after the next run
-/// it is whole in any case.
+/// A run may be killed at any moment. Unless it was while it moved files, the folder is whole; after the next
+/// run it is whole in any case.
 TEST_F(ResultFolder, IsWholeAfterTheRunThatFollowsAKill)
 {
     std::mt19937 random(20240607); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same delays in every run

@@ -1,6 +1,7 @@
 /// @file
-/// The fast kernels against the reference, byte for byte, for every instruction set that was compiled and that
-/// this machine can run. Widths, offsets, passes and bounds are swept with odd values and around every wrap.
+/// The fast kernels against the reference, byte for byte, for every instruction set that was compiled and
+/// that this machine can run. Widths, offsets, passes and bounds are swept with odd values and around every
+/// wrap.
 
 #include "kernels/maskkernels.h"
 
