@@ -33,7 +33,8 @@ std::int64_t Sine_Bytes(const SMaskGeometry& geometry)
     // The sine part of a band's first feather rows, and that of its last ones as far as they are not the same
     // rows.
     const std::int64_t movedRows = sineRows + std::min(sineRows, geometry.height - featherRows);
-    return geometry.matrixWidth * (2 * sineRows + WORKER_COUNT * geometry.param.xResPass * movedRows);
+    return geometry.matrixWidth *
+           (2 * sineRows + std::int64_t{WORKER_COUNT} * geometry.param.xResPass * movedRows);
 }
 
 std::int64_t Workers_Bytes(const SMaskGeometry& geometry)

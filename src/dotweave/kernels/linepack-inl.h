@@ -17,6 +17,8 @@
 #include <cstring>
 
 HWY_BEFORE_NAMESPACE();
+// One file alone includes this header, once per instruction set, so nothing is defined in two places.
+// NOLINTBEGIN(cert-dcl59-cpp,misc-definitions-in-headers)
 namespace dotweave::HWY_NAMESPACE {
 namespace {
 
@@ -149,6 +151,7 @@ void Line_Pack(const SPackTables& tables, const std::uint8_t* const* rows, int x
 
 } // namespace
 } // namespace dotweave::HWY_NAMESPACE
+// NOLINTEND(cert-dcl59-cpp,misc-definitions-in-headers)
 HWY_AFTER_NAMESPACE();
 
 #endif

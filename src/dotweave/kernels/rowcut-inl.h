@@ -18,6 +18,8 @@
 #include <cstring>
 
 HWY_BEFORE_NAMESPACE();
+// One file alone includes this header, once per instruction set, so nothing is defined in two places.
+// NOLINTBEGIN(cert-dcl59-cpp,misc-definitions-in-headers)
 namespace dotweave::HWY_NAMESPACE {
 namespace {
 
@@ -164,6 +166,7 @@ HWY_INLINE void Row_PackBits(const std::uint8_t* dots, int count, std::uint8_t* 
 
 } // namespace
 } // namespace dotweave::HWY_NAMESPACE
+// NOLINTEND(cert-dcl59-cpp,misc-definitions-in-headers)
 HWY_AFTER_NAMESPACE();
 
 #endif
