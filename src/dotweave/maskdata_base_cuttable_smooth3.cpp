@@ -88,11 +88,12 @@ bool CMaskData_Base::CreateCutTable_Smooth_3_ColorMultipleTimes_Style_1(SCutTabl
     std::vector<SCutTable> group(Int32_Size(groupRows));
     if (!CreateCutTable_FeatherNone_ColorOneTimes(group.data(), groupRows, step, passesPerGroup))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
-    const int rampRows = static_cast<int>(n - std::int64_t{std::max(times - 1, 0)} * groupRows);
+    const int copies = std::max(times, 1) - 1;
+    const int rampRows = static_cast<int>(n - std::int64_t{copies} * groupRows);
     std::vector<SCutTable> ramp(Int32_Size(rampRows));
     CreateCutTable_Smooth_3_ColorOneTimes_Style_1(ramp.data(), rampRows, step,
                                                   m_maskParam_Current.featherLevelPercent);
-    for (int copy = 0; copy < times - 1; ++copy)
+    for (int copy = 0; copy < copies; ++copy)
         table = std::copy(group.begin(), group.end(), table);
     std::copy(ramp.begin(), ramp.end(), table);
     return true;
