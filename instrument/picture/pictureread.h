@@ -1,0 +1,23 @@
+#pragma once
+
+#include "view/pixelpicture.h"
+
+#include <cstdint>
+#include <span>
+
+namespace dotweave {
+
+/// The most pixels that a picture may have: 256 million.
+inline constexpr std::int64_t PICTURE_PIXELS_MAX = std::int64_t{1} << 28;
+
+/// Decodes a PNG file, of which nothing is trusted.
+/// Palettes, 1, 2, 4 and 16 bits become 8 bits; a transparent picture is laid on white. Gamma and colour
+/// profiles are ignored.
+/// @param bytes  of the whole file
+/// @return grey or colour, as the file says
+/// @throws std::runtime_error, with libpng's reason, for bytes that are no PNG file, a file that is cut off or
+///         damaged, and more than PICTURE_PIXELS_MAX pixels
+/// @throws std::bad_alloc
+SPixelPicture Picture_Read(std::span<const std::uint8_t> bytes);
+
+} // namespace dotweave
