@@ -50,11 +50,12 @@ public:
     void NotEmpty_Set() { m_event_NotEmpty.Set(); }
     /// Tests the not-empty event. A hint, see above.
     bool NotEmpty_Test() { return m_event_NotEmpty.WaitOne(0); }
+    /// Brings the not-empty event in line with the items, after somebody has set it for another reason.
+    void NotEmpty_Correct();
     /// Items in the queue at this moment.
     unsigned int Count() const { return m_count->load(); }
 
 private:
-    void NotEmpty_Correct();
     void NotFull_Correct();
 
     using CItemQueue = boost::lockfree::queue<T*, boost::lockfree::fixed_sized<true>>;

@@ -141,10 +141,15 @@ bool CMaskDataGenerator::OneLoop_ByState()
 /// tested after the push, so the item (0, 0, 0) is always produced (deliberate).
 bool CMaskDataGenerator::AddSourceData()
 {
+    if (IsOutputLost()) {
+        Stop();
+        return true;
+    }
     SMaskDataGenerate_SubParam* item = nullptr;
     if (!m_queueBuffer->m_queue_Free->Pop(item, FREE_WAIT_MS)) {
-        if (!m_subThreads.empty() && HaveWorkersEnded(0))
-            Stop(); // nobody is left to write what is due: the output stays incomplete
+        // A worker that ended has woken us. The event is corrected before the next look at the workers, so
+        // that one that ends after the look sets it again.
+        m_queueBuffer->m_queue_Free->NotEmpty_Correct();
         return true;
     }
     *item = {m_color_Next, m_position_Next, m_splitIndex_Next};
@@ -175,6 +180,21 @@ bool CMaskDataGenerator::NextItem_Advance()
         ++m_color_Next;
     }
     return m_color_Next < m_param.colorCount;
+}
+
+/// Whether lines of the output will stay unwritten, while items are due: a worker has lost an item, or no
+/// worker is left.
+bool CMaskDataGenerator::IsOutputLost() const
+{
+    using EEnd = CMaskDataGenerator_Sub::EEnd;
+    std::size_t endedCount = 0;
+    for (const std::unique_ptr<CMaskDataGenerator_Sub>& worker : m_subThreads) {
+        const EEnd end = worker->End();
+        if (end == EEnd::ItemLost)
+            return true;
+        endedCount += end == EEnd::None ? 0U : 1U;
+    }
+    return endedCount > 0 && endedCount == m_subThreads.size();
 }
 
 bool CMaskDataGenerator::HaveWorkersEnded(unsigned int milliseconds) const

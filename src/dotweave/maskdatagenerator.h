@@ -57,6 +57,7 @@ private:
     bool OneLoop_ByState();
     bool AddSourceData();
     bool NextItem_Advance();
+    [[nodiscard]] bool IsOutputLost() const;
     [[nodiscard]] bool HaveWorkersEnded(unsigned int milliseconds) const;
     void WaitSub();
 

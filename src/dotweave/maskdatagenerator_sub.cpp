@@ -44,8 +44,10 @@ bool CMaskDataGenerator_Sub::Create(const SMaskDataGenerate_Param* param,
 
 bool CMaskDataGenerator_Sub::Prepare()
 {
-    if (!CustomThreadBase::Prepare())
+    if (!CustomThreadBase::Prepare()) {
+        End_Announce(); // nothing else will be called
         return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator_Sub::Prepare(void)", __LINE__);
+    }
     m_processState = ProcessState_AllocateBlocks;
     return true;
 }
@@ -62,6 +64,23 @@ bool CMaskDataGenerator_Sub::OneLoop()
                      "m_processState = ", m_processState);
     Stop();
     return false;
+}
+
+void CMaskDataGenerator_Sub::Finally()
+{
+    End_Announce();
+    CustomThreadBase::Finally();
+}
+
+/// Tells the producer, which may sleep until somebody returns an item. An item that this worker has not
+/// written leaves the output incomplete, so the other workers need not write the items that wait.
+void CMaskDataGenerator_Sub::End_Announce()
+{
+    const bool isItemLost = m_pSourceData != nullptr && m_processState != ProcessState_Complete;
+    m_end = isItemLost ? EEnd::ItemLost : EEnd::Clean;
+    if (isItemLost)
+        m_pQueueBuffer->m_queue_Work->Clear();
+    m_pQueueBuffer->m_queue_Free->NotEmpty_Set();
 }
 
 bool CMaskDataGenerator_Sub::OneLoop_ByState()

@@ -8,6 +8,7 @@
 
 #include <kelcommon/customthreadbase.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -33,13 +34,18 @@ public:
     bool Create(const SMaskDataGenerate_Param* param,
                 CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>* queueBuffer, const CSineMask* sineMask);
 
+    /// How the work has ended: not yet, between two items, or with lines of an item that nobody will write.
+    enum class EEnd : std::uint8_t { None, Clean, ItemLost };
+    /// Read by the generator while the thread runs. The thread itself exits a moment later.
+    [[nodiscard]] EEnd End() const { return m_end; }
+
     /// Items whose lines are written; to be asked when the thread has ended.
     [[nodiscard]] std::int64_t ItemsWritten() const { return m_itemsWritten; }
 
 protected:
     bool OneLoop() override;
     bool Prepare() override;
-    void Finally() override { CustomThreadBase::Finally(); }
+    void Finally() override;
 
 private:
     enum EProcessState : std::int32_t {
@@ -60,6 +66,7 @@ private:
     void Feather_SineMask();
     void Merge_AllBlock();
     bool CompleteOneSourceData();
+    void End_Announce();
 
     std::int32_t m_processState = 0;
     const SMaskDataGenerate_Param* m_pParam = nullptr;
@@ -70,6 +77,7 @@ private:
     dotweave::SSineRows m_sineRows{};
     std::vector<std::uint8_t> m_scratch;
     std::int64_t m_itemsWritten = 0; // belongs to the own thread until that has ended
+    std::atomic<EEnd> m_end = EEnd::None;
 
     friend struct SMaskDataGenerator_Sub_Peek; // the tests' only key to the steps; defined in tests/support
 };

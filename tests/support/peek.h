@@ -91,6 +91,7 @@ struct SMaskDataGenerator_Sub_Peek {
     int& ProcessState() { return worker.m_processState; }
     SMaskDataGenerate_SubParam*& SourceData() { return worker.m_pSourceData; }
     CMaskBlock* Blocks() { return worker.m_blocks.get(); }
+    auto& End() { return worker.m_end; }
     /// Gives the worker its inputs without starting its thread.
     void Inputs(const SMaskDataGenerate_Param* param,
                 CKelPtrQueueBuffer<SMaskDataGenerate_SubParam>* queueBuffer, const CSineMask* sineMask)
@@ -100,4 +101,5 @@ struct SMaskDataGenerator_Sub_Peek {
         worker.m_pSineMask = sineMask;
     }
     bool OneLoop() { return worker.OneLoop(); }
+    void Finally() { worker.Finally(); }
 };

@@ -185,7 +185,7 @@ TEST(Generator, RunWithoutWorkersIsIncomplete)
         const CLogCapture log;
         CMaskDataGenerator generator;
         ASSERT_TRUE(generator.Create(job.param, 0));
-        EXPECT_TRUE(generator.Wait_Exit(10000)); // the producer need not wait for anything
+        EXPECT_TRUE(generator.Wait_Exit(1000)); // the producer need not wait for anything
         EXPECT_FALSE(generator.IsOutputComplete());
         EXPECT_EQ(log.Records(), std::vector<SLogRecord>(
                                      6, FailureValue(UNIT_WORKER, SCOPE_WORKER_LOOP, "m_processState = 1")));

@@ -160,4 +160,97 @@ TEST(QueueWaits, WorkerWaitsNotAtAllAfterTheEnd)
     EXPECT_FALSE(worker.Start("stopped")) << "a thread that has been stopped never starts";
 }
 
+using EEnd = CMaskDataGenerator_Sub::EEnd;
+
+/// Hands out items to three workers that tell, and finds no free item.
+class ProducerWithoutItems : public GeneratorWaits {
+protected:
+    ProducerWithoutItems()
+    {
+        m_peek.ProcessState() = 2;
+        m_peek.QueueBuffer() = std::make_unique<CItemBuffer>();
+        std::vector<SMaskDataGenerate_SubParam*> items;
+        m_peek.QueueBuffer()->Create(items, "none");
+        m_free = &Telling_Put(m_peek.QueueBuffer()->m_queue_Free);
+    }
+    void Ends_Set(std::array<EEnd, 3> ends)
+    {
+        for (std::size_t slot = 0; slot < ends.size(); ++slot)
+            SMaskDataGenerator_Sub_Peek{*m_peek.SubThreads()[slot]}.End() = ends[slot];
+    }
+
+    CTellingQueue* m_free = nullptr;
+};
+
+TEST_F(ProducerWithoutItems, WaitsWhileAWorkerIsLeft)
+{
+    Ends_Set({EEnd::Clean, EEnd::None, EEnd::Clean});
+    EXPECT_TRUE(m_peek.OneLoop());
+    EXPECT_EQ(m_free->m_waits, std::vector<unsigned int>{100});
+    EXPECT_EQ(m_calls, CCalls{});
+}
+
+TEST_F(ProducerWithoutItems, StopsWhenNoWorkerIsLeft)
+{
+    Ends_Set({EEnd::Clean, EEnd::Clean, EEnd::Clean});
+    EXPECT_TRUE(m_peek.OneLoop());
+    EXPECT_EQ(m_calls, m_stopCalls);
+    EXPECT_EQ(m_free->m_waits, std::vector<unsigned int>{});
+    EXPECT_FALSE(m_generator.IsOutputComplete());
+}
+
+TEST_F(ProducerWithoutItems, StopsWhenAWorkerHasLostItsItem)
+{
+    Ends_Set({EEnd::None, EEnd::ItemLost, EEnd::None});
+    ASSERT_TRUE(m_free->TryPush(new SMaskDataGenerate_SubParam{}));
+    EXPECT_TRUE(m_peek.OneLoop());
+    EXPECT_EQ(m_calls, m_stopCalls);
+    EXPECT_EQ(m_free->Count(), 1U) << "nothing more is handed out";
+}
+
+TEST_F(ProducerWithoutItems, SleepsAgainAfterAWorkersEnd)
+{
+    m_free->NotEmpty_Set();
+    EXPECT_TRUE(m_peek.OneLoop());
+    EXPECT_FALSE(m_free->NotEmpty_Test()) << "it would spin until an item comes";
+}
+
+/// A worker's end wakes the producer. Only an item that it has not written is lost, and with it the rest.
+TEST(WorkerEnd, WakesTheProducerAndDropsLostWork)
+{
+    const struct {
+        bool hasItem;
+        int processState;
+        EEnd end;
+    } CASES[] = {{false, 1, EEnd::Clean},
+                 {false, 2, EEnd::Clean},
+                 {true, 3, EEnd::ItemLost},
+                 {true, 5, EEnd::ItemLost},
+                 {true, 6, EEnd::Clean}};
+    for (const auto& [hasItem, processState, end] : CASES) {
+        SCOPED_TRACE(testing::Message() << "state " << processState);
+        CItemBuffer buffer;
+        std::vector<SMaskDataGenerate_SubParam*> items;
+        for (int i = 0; i < 3; ++i)
+            items.push_back(new SMaskDataGenerate_SubParam{}); // the queues' from here on
+        buffer.Create(items, "pool");
+        for (SMaskDataGenerate_SubParam* item = nullptr; buffer.m_queue_Free->TryPop(item);)
+            ASSERT_TRUE(buffer.m_queue_Work->TryPush(item));
+        ASSERT_FALSE(buffer.m_queue_Free->NotEmpty_Test());
+        CMaskDataGenerator_Sub worker;
+        SMaskDataGenerator_Sub_Peek peek{worker};
+        const SMaskDataGenerate_Param param = {};
+        peek.Inputs(&param, &buffer, nullptr);
+        peek.ProcessState() = processState;
+        if (hasItem) {
+            ASSERT_TRUE(buffer.m_queue_Work->TryPop(peek.SourceData())); // the worker's from here on
+        }
+        EXPECT_EQ(worker.End(), EEnd::None);
+        peek.Finally();
+        EXPECT_EQ(worker.End(), end);
+        EXPECT_TRUE(buffer.m_queue_Free->NotEmpty_Test());
+        EXPECT_EQ(buffer.m_queue_Work->Count(), end == EEnd::ItemLost ? 0U : hasItem ? 2U : 3U);
+    }
+}
+
 } // namespace
