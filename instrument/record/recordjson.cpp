@@ -15,6 +15,8 @@ namespace {
 
 using nlohmann::json;
 
+constexpr char DESCRIPTION[] = "description";
+
 /// The value as the file gives it. Lists and objects are only named, because they may be nested without end.
 std::string Value_Text(const json& value)
 {
@@ -33,7 +35,8 @@ const SRecordField& Field_Find(const std::string& name, const std::string& sourc
             return field;
         known.append(known.empty() ? "" : ", ").append(field.name);
     }
-    throw CRecordError(source + ": \"" + Text_Quote(name) + "\" is not a field; fields: " + known);
+    throw CRecordError(source + ": \"" + Text_Quote(name) + "\" is not a field; fields: " + known + ", " +
+                       DESCRIPTION);
 }
 
 bool Field_Set(const SRecordField& field, const json& value, SMaskParam& param)
@@ -87,10 +90,19 @@ nlohmann::ordered_json Record_Json(const SMaskParam& param)
     return object;
 }
 
-void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param)
+void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param,
+                     std::string* description)
 {
     const json object = Object_Parse(stream, source);
     for (const auto& [name, value] : object.items()) {
+        if (name == DESCRIPTION) {
+            if (!value.is_string())
+                throw CRecordError(source + ": " + DESCRIPTION + ": " + Value_Text(value) +
+                                   " is not allowed; allowed: a text");
+            if (description != nullptr)
+                *description = value.get<std::string>();
+            continue;
+        }
         const SRecordField& field = Field_Find(name, source);
         if (Field_Set(field, value, param))
             continue;

@@ -13,10 +13,13 @@ namespace dotweave {
 nlohmann::ordered_json Record_Json(const SMaskParam& param);
 
 /// Reads a mode file: one object whose members are fields of SMaskParam. Fields that it does not name keep
-/// the values of param. Enumerations come as numbers or names.
-/// @param source  what messages call the file
+/// the values of param. Enumerations come as numbers or names. A member "description" says for people what
+/// the mode is for.
+/// @param source       what messages call the file
+/// @param description  takes that text when the file has one; null when nobody wants it
 /// @throws CRecordError for a text that is not JSON, an unknown field, a field given twice, a wrong type and
 ///         a value out of range; param may then be changed in part
-void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param);
+void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param,
+                     std::string* description = nullptr);
 
 } // namespace dotweave

@@ -43,19 +43,20 @@ void Summary_Print(std::ostream& out, const CMaskData_Base& mask, std::int64_t m
 } // namespace
 
 CBuildCommand::CBuildCommand(CLI::App& app)
-    : m_command(app.add_subcommand("build", "Build the masks of a print mode and write them out")),
-      m_creation(*m_command)
+    : CCommand(app, "build", "Build the masks of a print mode and write them out",
+               "dotweave build --preset production --out masks"),
+      m_creation(Options())
 {
-    m_command
-        ->add_option("--out", m_directory,
-                     "directory for mask.bin, mask.json and the pictures; made if it is not there, an older "
-                     "result in it is replaced")
+    Options()
+        .add_option("--out", m_directory,
+                    "directory for mask.bin, mask.json and the pictures; made if it is not there, an older "
+                    "result in it is replaced")
         ->type_name("DIR")
         ->required();
-    m_command
-        ->add_option("--png", m_pictures,
-                     "pictures: none, first (position 0 of each colour) or all (every position); a pixel is "
-                     "a pixel of the mask, black where a dot is set; default first")
+    Options()
+        .add_option("--png", m_pictures,
+                    "pictures: none, first (position 0 of each colour) or all (every position); a pixel is "
+                    "a pixel of the mask, black where a dot is set; default first")
         ->type_name("WHICH");
 }
 
@@ -70,18 +71,20 @@ EMaskPictures CBuildCommand::Pictures() const
     throw CUsageError("--png: \"" + Text_Quote(m_pictures) + "\" is not allowed; allowed: none, first, all");
 }
 
-void CBuildCommand::Run(std::ostream& out, std::ostream& errors) const
+EExitStatus CBuildCommand::Run(CConsole& console) const
 {
     const EMaskPictures pictures = Pictures();
     if (m_directory.empty())
         throw CUsageError("--out: \"\" is not the name of a directory");
     const auto start = std::chrono::steady_clock::now();
-    const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(errors);
+    const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(console);
     const auto time = std::chrono::steady_clock::now() - start;
     const int pictureCount = MaskOutput_Write(*mask, m_directory, pictures);
+    std::ostream& out = console.Summary();
     Summary_Print(out, *mask, std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
     out << std::left << std::setw(LABEL_WIDTH) << "files" << m_directory << ": mask.bin, mask.json, "
         << Count_Text(pictureCount, "picture", "pictures") << '\n';
+    return ExitStatus_Good;
 }
 
 } // namespace dotweave

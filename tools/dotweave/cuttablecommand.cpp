@@ -15,25 +15,26 @@ namespace fs = std::filesystem;
 namespace dotweave {
 
 CCutTableCommand::CCutTableCommand(CLI::App& app)
-    : m_command(app.add_subcommand("cuttable", "Write the cut table of a print mode as text and as a plot")),
-      m_creation(*m_command)
+    : CCommand(app, "cuttable", "Write the cut table of a print mode as text and as a plot",
+               "dotweave cuttable --preset production-smooth-3 --svg ranges.svg --out ranges.txt"),
+      m_creation(Options())
 {
-    m_command
-        ->add_option("--out", m_textFile,
-                     "text file: a line per nozzle row with the lower (exclusive) and the upper (inclusive) "
-                     "threshold; - is standard output")
+    Options()
+        .add_option("--out", m_textFile,
+                    "text file: a line per nozzle row with the lower (exclusive) and the upper (inclusive) "
+                    "threshold; - is standard output")
         ->type_name("FILE");
-    m_command
-        ->add_option("--svg", m_plotFile,
-                     "plot: nozzle rows downwards, the threshold scale 0 to 65535 across, steps marked; - is "
-                     "standard output")
+    Options()
+        .add_option("--svg", m_plotFile,
+                    "plot: nozzle rows downwards, the threshold scale 0 to 65535 across, steps marked; - is "
+                    "standard output")
         ->type_name("FILE");
 }
 
-void CCutTableCommand::Run(std::ostream& out, std::ostream& errors) const
+EExitStatus CCutTableCommand::Run(CConsole& console) const
 {
     Files_Check();
-    const SCutTableView view = CutTable_View(*m_creation.Create(errors));
+    const SCutTableView view = CutTable_View(*m_creation.Create(console));
     std::vector<SOutputText> outputs;
     if (!m_textFile.empty())
         outputs.push_back({m_textFile, CutTable_Text(view)});
@@ -41,8 +42,10 @@ void CCutTableCommand::Run(std::ostream& out, std::ostream& errors) const
         outputs.push_back({m_plotFile, CutTablePlot_Svg(view)});
     OutputTexts_Write(outputs);
     if (m_textFile != "-" && m_plotFile != "-")
-        out << view.rows.size() << " nozzle rows, step " << view.stepRows << " rows: " << m_textFile
-            << (m_textFile.empty() || m_plotFile.empty() ? "" : ", ") << m_plotFile << '\n';
+        console.Summary() << view.rows.size() << " nozzle rows, step " << view.stepRows
+                          << " rows: " << m_textFile << (m_textFile.empty() || m_plotFile.empty() ? "" : ", ")
+                          << m_plotFile << '\n';
+    return ExitStatus_Good;
 }
 
 void CCutTableCommand::Files_Check() const

@@ -1,17 +1,14 @@
-#include "buildcommand.h"
-#include "cuttablecommand.h"
+#include "commandline.h"
+#include "console.h"
 #include "diskaccess.h"
 #include "exitstatus.h"
 #include "fileerror.h"
 #include "interruptguard.h"
+#include "maskcreation.h"
 #include "outputfile.h"
 #include "record/recorderror.h"
-#include "record/textquote.h"
+#include "terminal.h"
 #include "usageerror.h"
-
-#include <dotweave/version.h>
-
-#include <CLI/CLI.hpp>
 
 #include <csignal>
 #include <exception>
@@ -25,34 +22,6 @@ namespace dotweave {
 
 namespace {
 
-/// @return what goes to standard output
-std::string Command_Run(int argc, char** argv)
-{
-    CLI::App app("Builds pass masks for multi-pass inkjet printing.");
-    app.name("dotweave");
-    app.set_version_flag("--version", std::string("dotweave ") + dotweave_version(),
-                         "Print the version and exit");
-    app.require_subcommand(0, 1); // none is refused below, with our own message
-    const CBuildCommand build(app);
-    const CCutTableCommand cutTable(app);
-    std::ostringstream out;
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& success) { // --help, --version
-        app.exit(success, out, out);
-        return out.str();
-    } catch (const CLI::ParseError& error) {
-        throw CUsageError(Text_Quote(error.what()) + "; dotweave --help tells more");
-    }
-    if (build.IsChosen())
-        build.Run(out, std::cerr);
-    else if (cutTable.IsChosen())
-        cutTable.Run(out, std::cerr);
-    else
-        throw CUsageError("a command is needed: build or cuttable; dotweave --help tells more");
-    return out.str();
-}
-
 /// A full or closed standard output is an error like any other.
 void StandardOutput_Write(const std::string& text)
 {
@@ -61,10 +30,14 @@ void StandardOutput_Write(const std::string& text)
     output.Close();
 }
 
-int Error_Print(EExitStatus status, const std::string& text)
+EExitStatus Command_Run(int argc, char** argv, CConsole& console)
 {
-    std::cerr << "dotweave: " << text << std::endl;
-    return status;
+    CCommandLine commandLine;
+    const CCommand* command = commandLine.Parse(argc, argv, console);
+    if (command == nullptr)
+        return ExitStatus_Good;
+    console.Quiet_Set(command->IsQuiet());
+    return command->Run(console);
 }
 
 } // namespace
@@ -75,24 +48,31 @@ int main(int argc, char** argv)
 {
     using namespace dotweave;
     StandardStreams_Occupy();
+    std::ostringstream out; // shown when the run has succeeded
+    CConsole console(out, std::cerr, Terminal_IsWatched());
+    const auto failed = [&console](EExitStatus status, const std::string& text) {
+        console.Error_Print(text);
+        return status;
+    };
     int interruptSignal = 0;
     try {
-        StandardOutput_Write(Command_Run(argc, argv));
-        return ExitStatus_Good;
+        const EExitStatus status = Command_Run(argc, argv, console);
+        StandardOutput_Write(out.str());
+        return status;
     } catch (const CUsageError& error) {
-        return Error_Print(ExitStatus_Usage, error.what());
+        return failed(ExitStatus_Usage, error.what());
     } catch (const CRecordError& error) {
-        return Error_Print(ExitStatus_Usage, error.what());
+        return failed(ExitStatus_Usage, error.what());
     } catch (const CModeNotBuilt& error) {
-        return Error_Print(ExitStatus_ModeNotBuilt, error.what());
+        return failed(ExitStatus_ModeNotBuilt, error.what());
     } catch (const std::bad_alloc&) {
-        return Error_Print(ExitStatus_ModeNotBuilt, "not enough memory for this mode");
+        return failed(ExitStatus_ModeNotBuilt, "not enough memory for this mode");
     } catch (const CInterrupted& interrupted) {
         interruptSignal = interrupted.Signal();
     } catch (const std::filesystem::filesystem_error& error) {
-        return Error_Print(ExitStatus_InputOutput, CFileError(error.path1(), error.code().message()).what());
+        return failed(ExitStatus_InputOutput, CFileError(error.path1(), error.code().message()).what());
     } catch (const std::exception& error) {
-        return Error_Print(ExitStatus_InputOutput, error.what());
+        return failed(ExitStatus_InputOutput, error.what());
     }
     static_cast<void>(std::raise(interruptSignal)); // nothing is half-made any more: end as the signal asks
     return ExitStatus_InputOutput;

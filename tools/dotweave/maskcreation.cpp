@@ -1,31 +1,41 @@
 #include "maskcreation.h"
 
+#include "helpformat.h"
 #include "logconsole.h"
+#include "progress.h"
 
 #include <dotweave/maskparam_refusal.h>
-
-#include <ostream>
 
 namespace dotweave {
 
 CMaskCreation::CMaskCreation(CLI::App& command) : m_recordOptions(command)
 {
-    command.add_flag("--log", m_isLogShown, "show the library's log records on standard error");
+    command.add_flag("--log", m_isLogShown, "show the library's log records on standard error")
+        ->group(GROUP_GENERAL);
 }
 
-std::unique_ptr<CMaskData_Base> CMaskCreation::Create(std::ostream& errors) const
+std::unique_ptr<CMaskData_Base> CMaskCreation::Create(CConsole& console) const
 {
-    const SMaskParam param = m_recordOptions.Record();
+    return Mask_Create(m_recordOptions.Record(), m_isLogShown, console);
+}
+
+std::unique_ptr<CMaskData_Base> Mask_Create(const SMaskParam& param, bool isLogShown, CConsole& console)
+{
     const std::string reason = MaskParam_Refusal(param);
-    if (!reason.empty() && !m_isLogShown)
+    if (!reason.empty() && !isLogShown)
         throw CModeNotBuilt(reason);
-    const CLogConsole log(errors); // on a good path the library logs nothing
+    const CLogConsole log(console.Errors()); // on a good path the library logs nothing
     auto mask = std::make_unique<CMaskData_Base>();
-    if (!mask->Create(param))
+    bool isCreated = false;
+    {
+        const CProgress progress(console, "building the masks");
+        isCreated = mask->Create(param);
+    }
+    if (!isCreated)
         throw CModeNotBuilt(reason.empty() ? "the library could not build this mode; its log is above"
                                            : reason);
     for (const std::string& warning : MaskParam_Warnings(param))
-        errors << "dotweave: warning: " << warning << '\n';
+        console.Warning_Print(warning);
     return mask;
 }
 

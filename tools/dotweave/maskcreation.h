@@ -1,12 +1,12 @@
 #pragma once
 
+#include "console.h"
 #include "recordoptions.h"
 
 #include <dotweave/maskdata_base.h>
 
 #include <CLI/App.hpp>
 
-#include <iosfwd>
 #include <memory>
 #include <stdexcept>
 
@@ -18,6 +18,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Builds the mask object of a mode.
+/// @param isLogShown  whether the console gets the library's log of a refused mode too
+/// @param console     takes the progress, the library's warnings, a line each, and what it logs
+/// @throws CModeNotBuilt, std::bad_alloc
+std::unique_ptr<CMaskData_Base> Mask_Create(const SMaskParam& param, bool isLogShown, CConsole& console);
+
 /// The options of a command that builds masks, and the building itself.
 class CMaskCreation {
 public:
@@ -25,10 +31,10 @@ public:
     explicit CMaskCreation(CLI::App& command);
 
     /// Builds the mask object of the mode that the parsed command line asks for.
-    /// @param errors  takes the library's warnings, a line each, and what it logs. A refused mode is logged
-    ///                only with --log: the reason says more.
+    /// @param console  takes the progress, the library's warnings, a line each, and what it logs. A refused
+    ///                 mode is logged only with --log: the reason says more.
     /// @throws CModeNotBuilt, CUsageError, CRecordError, CFileError, std::bad_alloc
-    std::unique_ptr<CMaskData_Base> Create(std::ostream& errors) const;
+    std::unique_ptr<CMaskData_Base> Create(CConsole& console) const;
 
 private:
     CRecordOptions m_recordOptions;

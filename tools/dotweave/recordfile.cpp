@@ -8,7 +8,7 @@
 
 namespace dotweave {
 
-void Record_ReadFile(const std::string& path, SMaskParam& param)
+void Record_ReadFile(const std::string& path, SMaskParam& param, std::string* description)
 {
     errno = 0;
     std::ifstream stream(path, std::ios::binary);
@@ -16,7 +16,7 @@ void Record_ReadFile(const std::string& path, SMaskParam& param)
     if (!stream && !(stream.eof() && errno == 0))
         throw CFileError(path, errno);
     stream.clear();
-    Record_ReadJson(stream, Text_Quote(path), param);
+    Record_ReadJson(stream, Text_Quote(path), param, description);
 }
 
 } // namespace dotweave

@@ -1,5 +1,6 @@
 #include "recordoptions.h"
 
+#include "presets.h"
 #include "record/recordfields.h"
 #include "record/textquote.h"
 #include "recordfile.h"
@@ -11,11 +12,16 @@ namespace dotweave {
 
 CRecordOptions::CRecordOptions(CLI::App& command) : m_texts(RecordFields().size())
 {
+    m_presetOption =
+        command.add_option("--preset", m_presetName,
+                           "a mode that comes with dotweave, as \"dotweave presets\" lists them; "
+                           "options given beside it override its fields");
+    m_presetOption->type_name("NAME")->group("Print mode");
     m_paramOption =
         command.add_option("--param", m_paramFile,
                            "JSON file with fields of the mode by their names (nozzleCount, basePass, ...); "
                            "options given beside it override its fields");
-    m_paramOption->type_name("FILE")->group("Print mode");
+    m_paramOption->type_name("FILE")->group("Print mode")->excludes(m_presetOption);
     for (std::size_t i = 0; i < m_texts.size(); ++i) {
         const SRecordField& field = RecordFields()[i];
         const std::string help = std::string(field.help) + "; " + RecordField_RangeText(field) +
@@ -29,6 +35,8 @@ CRecordOptions::CRecordOptions(CLI::App& command) : m_texts(RecordFields().size(
 SMaskParam CRecordOptions::Record() const
 {
     SMaskParam param = RECORD_DEFAULT;
+    if (m_presetOption->count() > 0)
+        param = Preset_Find(m_presetName).param;
     if (m_paramOption->count() > 0)
         Record_ReadFile(m_paramFile, param);
     for (std::size_t i = 0; i < m_options.size(); ++i) {

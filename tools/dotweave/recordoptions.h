@@ -9,7 +9,8 @@
 
 namespace dotweave {
 
-/// The options that describe a print mode: one per field and --param for a mode file.
+/// The options that describe a print mode: one per field, --param for a mode file, --preset for a mode that
+/// comes with the command.
 /// Lifetime: the command keeps pointers into this object, which therefore stays where it is.
 class CRecordOptions {
 public:
@@ -19,13 +20,15 @@ public:
     CRecordOptions& operator=(const CRecordOptions&) = delete;
     ~CRecordOptions() = default;
 
-    /// The mode that the parsed command line asks for: the default mode, overridden by the fields of the mode
-    /// file, overridden by the options.
-    /// @throws CUsageError for a refused value, CRecordError for a refused mode file, CFileError for one that
+    /// The mode that the parsed command line asks for: the default mode or the preset, overridden by the
+    /// fields of the mode file, overridden by the options.
+    /// @throws CUsageError for a refused value or an unknown preset, CRecordError for a refused mode file, CFileError for one that
     ///         cannot be read
     SMaskParam Record() const;
 
 private:
+    std::string m_presetName;
+    CLI::Option* m_presetOption; // owned by the command
     std::string m_paramFile;
     CLI::Option* m_paramOption;          // owned by the command
     std::vector<std::string> m_texts;    // one per field, as given

@@ -178,10 +178,25 @@ TEST(BuildCommand, TellsItsVersionAndItsOptions)
     EXPECT_NE(help.find("cuttable"), std::string::npos);
     const SToolResult buildHelp = Tool_Run("build --help");
     EXPECT_EQ(buildHelp.exitStatus, 0);
-    for (const char* text :
-         {"--out", "--png", "--param", "--log", "--nozzle-count", "--base-pass", "--x-res-pass",
-          "--y-res-pass", "--color-count", "--bits-per-pixel", "--feather-mode", "--feather-percent",
-          "--feather-nozzle-type", "--color-times", "--feather-level-percent", "--res-split-type",
-          "1 to 2147483647", "in percent; a number from 0 to 100; default 50", "none (0), x2 (1)"})
+    for (const char* text : {"--out",
+                             "--png",
+                             "--param",
+                             "--log",
+                             "--nozzle-count",
+                             "--base-pass",
+                             "--x-res-pass",
+                             "--y-res-pass",
+                             "--color-count",
+                             "--bits-per-pixel",
+                             "--feather-mode",
+                             "--feather-percent",
+                             "--feather-nozzle-type",
+                             "--color-times",
+                             "--feather-level-percent",
+                             "--res-split-type",
+                             "1 to 2147483647",
+                             "in percent;",
+                             "default 50",
+                             "none (0), x2 (1)"})
         EXPECT_NE(buildHelp.out.find(text), std::string::npos) << text;
 }

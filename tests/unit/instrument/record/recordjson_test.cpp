@@ -50,6 +50,17 @@ TEST(RecordJson, NamedFieldsReplaceAndOthersStay)
     EXPECT_EQ(Words(Read("{}")), Words(RECORD_DEFAULT));
 }
 
+TEST(RecordJson, ADescriptionIsForPeople)
+{
+    std::istringstream stream(R"({"description": "for banners", "basePass": 6})");
+    SMaskParam param = RECORD_DEFAULT;
+    std::string description;
+    Record_ReadJson(stream, "mode.json", param, &description);
+    EXPECT_EQ(description, "for banners");
+    EXPECT_EQ(param.basePass, 6);
+    EXPECT_EQ(Words(Read(R"({"description": ""})")), Words(RECORD_DEFAULT));
+}
+
 TEST(RecordJson, AWholeNumberIsAPercentageToo)
 {
     EXPECT_EQ(Read(R"({"featherPercent": 25})").featherPercent, 25.0F);
@@ -93,7 +104,7 @@ TEST(RecordJson, RefusesWithPlaceValueAndRange)
     const std::string fields =
         " is not a field; fields: nozzleCount, basePass, xResPass, yResPass, colorCount, "
         "bitsPerPixel, featherMode, featherPercent, featherNozzleType, colorTimes, "
-        "featherLevelPercent, resSplitType";
+        "featherLevelPercent, resSplitType, description";
     const struct {
         std::string member;
         std::string refusal;
@@ -122,6 +133,7 @@ TEST(RecordJson, RefusesWithPlaceValueAndRange)
          "featherLevelPercent: 101 is not allowed; allowed: a whole number from 0 to 100"},
         {R"("resSplitType": 6)",
          "resSplitType: 6 is not allowed; allowed: none (0), x2 (1), y2 (2), y3 (3), y4 (4), x2y2 (5)"},
+        {R"("description": 4)", "description: 4 is not allowed; allowed: a text"},
         // names
         {R"("basepass": 4)", R"("basepass")" + fields},
         {R"("a\nb": 4)", R"("a\x0ab")" + fields},
