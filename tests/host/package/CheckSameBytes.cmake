@@ -10,7 +10,7 @@ foreach(folder IN ITEMS one another/deeper)
     file(COPY ${SOURCE_DIR}/tools/thresholdpack DESTINATION ${tree}/tools)
     # Optimised and with the names of lines and files, which is where folders would show.
     configure(${tree} ${SCRATCH_DIR}/${folder}/build ${tools_off} -DCMAKE_BUILD_TYPE=RelWithDebInfo
-              "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -g -DNDEBUG")
+              "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -g1 -DNDEBUG")
     build(${SCRATCH_DIR}/${folder}/build)
     run(${CMAKE_COMMAND} --install ${SCRATCH_DIR}/${folder}/build --prefix ${SCRATCH_DIR}/${folder}/prefix)
 endforeach()

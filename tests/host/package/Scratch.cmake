@@ -30,7 +30,7 @@ function(build folder)
     if(ARGN)
         set(targets --target ${ARGN})
     endif()
-    run(${CMAKE_COMMAND} --build ${folder} --parallel 2 ${targets})
+    run(${CMAKE_COMMAND} --build ${folder} --parallel 1 ${targets})
 endfunction()
 
 # Runs a program, whose console must match a regular expression.
