@@ -37,6 +37,10 @@ public:
     int Height() const { return m_height; }
 
 private:
+    /// As Create, but planes that would equal rows of the table as they are, 544 columns and up to 544 rows,
+    /// point into the table. For the assembly alone, which reads planes once and never writes them: a copy
+    /// would take longer than the cut. Nobody may write such a plane.
+    bool Create_OnTable(int width, int height, int count);
     void Release();
 
     std::int32_t m_width = 0;
@@ -44,5 +48,6 @@ private:
     std::int32_t m_count = 0;
     std::uint16_t** m_maskData = nullptr;
 
-    friend struct SBaseMaskData_Peek; // the tests' only key to Release; defined in tests/support
+    friend class CMaskData_Base;
+    friend struct SBaseMaskData_Peek; // the tests' only key to private operations; defined in tests/support
 };

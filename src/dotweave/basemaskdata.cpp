@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <functional>
+#include <iterator>
 
 using namespace dotweave;
 
@@ -41,6 +43,14 @@ void Plane_Fill(std::uint16_t* dest, int width, int height, const std::uint16_t*
     }
 }
 
+/// Whether a plane is the table's own, which nobody frees. Standard ordering, since planes from elsewhere may
+/// have any address.
+bool IsInTable(const std::uint16_t* plane)
+{
+    const std::less<> isBefore;
+    return !isBefore(plane, std::begin(s_rawMaskData)) && isBefore(plane, std::end(s_rawMaskData));
+}
+
 } // namespace
 
 CBaseMaskData::~CBaseMaskData()
@@ -65,12 +75,28 @@ bool CBaseMaskData::Create(int width, int height, int count)
     return true;
 }
 
+bool CBaseMaskData::Create_OnTable(int width, int height, int count)
+{
+    if (width != THRESHOLD_MATRIX_SIZE || height < 0 || height > THRESHOLD_MATRIX_SIZE)
+        return Create(width, height, count);
+    m_width = width;
+    m_height = height;
+    m_count = count;
+    m_maskData = nullptr;
+    m_maskData = new std::uint16_t* [Int32_Size(count)] {};
+    for (int plane = 0; plane < count; ++plane)
+        m_maskData[plane] =
+            const_cast<std::uint16_t*>(Matrix_OfPlane(plane)); // read-only memory, never written
+    return true;
+}
+
 void CBaseMaskData::Release()
 {
     if (m_maskData == nullptr)
         return;
     for (int plane = 0; plane < m_count; ++plane) {
-        delete[] m_maskData[plane];
+        if (!IsInTable(m_maskData[plane]))
+            delete[] m_maskData[plane];
         m_maskData[plane] = nullptr;
     }
     delete[] m_maskData;

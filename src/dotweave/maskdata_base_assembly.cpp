@@ -85,7 +85,7 @@ bool CMaskData_Base::CreateMaskData_Within(unsigned int milliseconds)
 {
     static constexpr char SCOPE[] = "bool __cdecl CMaskData_Base::CreateMaskData(void)";
     CBaseMaskData baseMaskData;
-    if (!baseMaskData.Create(m_baseMaskWidth, m_baseMaskHeight, m_maskParam_Current.colorCount))
+    if (!baseMaskData.Create_OnTable(m_baseMaskWidth, m_baseMaskHeight, m_maskParam_Current.colorCount))
         return Log_Failure(MASKDATA_BASE_UNIT, SCOPE, __LINE__);
     std::vector<SCutTable> cutTable(Int32_Size(m_maskHeight_NoneRes));
     if (!CreateCutTable(cutTable.data(), m_maskHeight_NoneRes))

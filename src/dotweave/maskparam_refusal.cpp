@@ -15,11 +15,10 @@ using namespace dotweave;
 
 namespace {
 
+/// The planes of every mode that can be built are the table's own, so only their addresses take memory.
 std::int64_t Planes_Bytes(const SMaskGeometry& geometry)
 {
-    const std::int64_t cells = geometry.matrixWidth * geometry.matrixHeight;
-    return geometry.param.colorCount * (cells * static_cast<std::int64_t>(sizeof(std::uint16_t)) +
-                                        static_cast<std::int64_t>(sizeof(void*)));
+    return geometry.param.colorCount * static_cast<std::int64_t>(sizeof(void*));
 }
 
 /// Bytes per pixel that the workers move dots in, and the two buffers of the sine mask.

@@ -14,6 +14,10 @@
 /// The tests' key to private members. Each class names its key as a friend.
 
 struct SBaseMaskData_Peek {
+    static bool Create_OnTable(CBaseMaskData& data, int width, int height, int count)
+    {
+        return data.Create_OnTable(width, height, count);
+    }
     static void Release(CBaseMaskData& data) { data.Release(); }
     static std::int32_t Count(const CBaseMaskData& data) { return data.m_count; }
     static std::uint16_t** Planes(const CBaseMaskData& data) { return data.m_maskData; }

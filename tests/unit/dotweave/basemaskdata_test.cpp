@@ -108,13 +108,19 @@ TEST(BaseMaskData, FindsNoMemoryForNegativeSizes)
     struct SSize {
         int width, height, count;
     };
-    for (const SSize& size :
-         {SSize{20, 30, -1}, SSize{-1, 4, 3}, SSize{32768, 65536, 1}}) { // 2 to the 31st cells
-        CBaseMaskData data; // its destructor frees the planes that were there: none
-        EXPECT_THROW(data.Create(size.width, size.height, size.count), std::bad_alloc);
-        EXPECT_EQ(data.Width(), size.width); // stored before anything is allocated
-        EXPECT_EQ(data.Height(), size.height);
-        EXPECT_EQ(SBaseMaskData_Peek::Count(data), size.count);
+    for (const SSize& size : {SSize{20, 30, -1}, SSize{-1, 4, 3}, SSize{32768, 65536, 1}, SSize{544, 544, -1},
+                              SSize{544, -4, 1}}) { // 2 to the 31st cells
+        for (const auto create :
+             {+[](CBaseMaskData&data, const SSize&s) { return data.Create(s.width, s.height, s.count); },
+              +[](CBaseMaskData&data, const SSize&s) {
+                  return SBaseMaskData_Peek::Create_OnTable(data, s.width, s.height, s.count);
+              }}) {
+            CBaseMaskData data; // its destructor frees the planes that were there: none
+            EXPECT_THROW(create(data, size), std::bad_alloc);
+            EXPECT_EQ(data.Width(), size.width); // stored before anything is allocated
+            EXPECT_EQ(data.Height(), size.height);
+            EXPECT_EQ(SBaseMaskData_Peek::Count(data), size.count);
+        }
     }
 }
 
@@ -168,5 +174,35 @@ TEST(BaseMaskData, ASecondCreateKeepsTheOldPlanes)
         EXPECT_TRUE(PlaneHoldsItsMatrix(data, plane));
         const std::uint16_t* const old = plane == 0 ? first.get() : second.get();
         EXPECT_TRUE(std::equal(old, old + std::ptrdiff_t{300} * 3, data.MaskData(plane))) << plane;
+    }
+}
+
+TEST(BaseMaskData, BorrowsPlanesThatAreRowsOfTheTable)
+{
+    for (const int height : {0, 1, 543, 544}) {
+        CBaseMaskData data; // frees its list of planes alone
+        ASSERT_TRUE(SBaseMaskData_Peek::Create_OnTable(data, 544, height, 17));
+        EXPECT_EQ(data.Width(), 544);
+        EXPECT_EQ(data.Height(), height);
+        EXPECT_EQ(SBaseMaskData_Peek::Count(data), 17);
+        for (int plane = 0; plane < 17; ++plane)
+            EXPECT_EQ(data.MaskData(plane), CRawMaskData::RawData(plane)) << plane;
+    }
+}
+
+TEST(BaseMaskData, CopiesPlanesThatTheTableDoesNotHave)
+{
+    struct SSize {
+        int width, height;
+    };
+    for (const SSize& size : {SSize{543, 544}, SSize{1, 1}, SSize{544, 545}}) {
+        CBaseMaskData data;
+        ASSERT_TRUE(SBaseMaskData_Peek::Create_OnTable(data, size.width, size.height, 3));
+        for (int plane = 0; plane < 3; ++plane) {
+            EXPECT_NE(data.MaskData(plane), CRawMaskData::RawData(plane)) << plane;
+            EXPECT_TRUE(PlaneHoldsItsMatrix(data, plane));
+        }
+        data.MaskData(2)[0] = 7; // and they are its own
+        EXPECT_NE(CRawMaskData::RawData(2)[0], 7);
     }
 }

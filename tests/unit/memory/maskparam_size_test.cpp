@@ -125,14 +125,14 @@ TEST(MaskParamSizeEdges, RefusedModeTakesNothing)
     EXPECT_EQ(MaskParam_Size(param).peakBytes, 0);
 }
 
-TEST(MaskParamSizeEdges, PlanesCountBeyondThirtyTwoBits)
+TEST(MaskParamSizeEdges, CountsBeyondThirtyTwoBits)
 {
     SMaskParam param = MaskParam_Plain();
     param.nozzleCount = 136;
-    param.colorCount = 10000;
-    // 68 * 136 * 4 bytes of mask and 544 * 544 * 2 of thresholds for each colour.
-    EXPECT_EQ(MaskParam_Size(param).maskBytes, 10000LL * 68 * 136 * 4);
-    EXPECT_GT(MaskParam_Size(param).peakBytes, 10000LL * (68 * 136 * 4 + 544 * 544 * 2));
+    param.colorCount = 50000;
+    // 68 * 136 * 4 bytes of mask for each colour, and the address of its plane.
+    EXPECT_EQ(MaskParam_Size(param).maskBytes, 50000LL * 68 * 136 * 4);
+    EXPECT_GT(MaskParam_Size(param).peakBytes, 50000LL * (68 * 136 * 4 + 8));
 }
 
 } // namespace

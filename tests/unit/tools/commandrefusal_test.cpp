@@ -192,7 +192,7 @@ TEST_F(CommandRefusal, OfAModeShowsTheLogWhenAsked)
 TEST_F(CommandRefusal, OfMemoryIsOneLine)
 {
     const SToolResult result = Tool_RunIn(R"(ulimit -v 400000; exec "$0" "$@")",
-                                          "build --color-count 1500 --out " + directory.Sub("out"));
+                                          "build --color-count 8000 --out " + directory.Sub("out"));
     EXPECT_EQ(result.exitStatus, 3);
     EXPECT_EQ(result.err, "dotweave: not enough memory for this mode\n");
     EXPECT_EQ(Directory_Names(directory.Path()), CNames{});
