@@ -199,7 +199,7 @@ TEST_F(ProducerWithoutItems, StopsWhenNoWorkerIsLeft)
     EXPECT_FALSE(m_generator.IsOutputComplete());
 }
 
-TEST_F(ProducerWithoutItems, StopsWhenAWorkerHasLostItsItem)
+TEST_F(ProducerWithoutItems, StopsWhenAWorkerLosesItsItem)
 {
     Ends_Set({EEnd::None, EEnd::ItemLost, EEnd::None});
     ASSERT_TRUE(m_free->TryPush(new SMaskDataGenerate_SubParam{}));
