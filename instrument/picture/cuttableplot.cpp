@@ -1,5 +1,7 @@
 #include "picture/cuttableplot.h"
 
+#include "picture/svgparts.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <locale>
@@ -13,7 +15,6 @@ constexpr int SCALE_MAX = 65535;                            // thresholds; top o
 constexpr int SCALE_GRID = 13107;                           // a fifth of the scale between two grid lines
 constexpr int LEFT = 70, TOP = 30, RIGHT = 90, BOTTOM = 50; // margins in units of the picture
 constexpr int WIDTH = 640, HEIGHT = 640;                    // of the plot itself
-constexpr std::size_t ROW_LABELS_MAX = 12;
 constexpr std::size_t STEP_LABELS_MAX = 48;
 
 double Scale_X(int threshold)
@@ -27,43 +28,13 @@ double Row_Y(std::size_t row, std::size_t rowCount)
     return TOP + static_cast<double>(row) * HEIGHT / static_cast<double>(rowCount);
 }
 
-/// Rows between two labels: 1, 2 or 5 times a power of ten.
-std::size_t Label_Rows(std::size_t rowCount)
-{
-    for (std::size_t power = 1;; power *= 10)
-        for (const std::size_t factor : {1U, 2U, 5U})
-            if (rowCount <= factor * power * ROW_LABELS_MAX)
-                return factor * power;
-}
-
-void Line_Add(std::ostream& svg, const char* style, double x1, double y1, double x2, double y2)
-{
-    svg << "<line class='" << style << "' x1='" << x1 << "' y1='" << y1 << "' x2='" << x2 << "' y2='" << y2
-        << "'/>\n";
-}
-
-void Text_Add(std::ostream& svg, const char* anchor, double x, double y, const std::string& text)
-{
-    svg << "<text text-anchor='" << anchor << "' x='" << x << "' y='" << y << "'>" << text << "</text>\n";
-}
-
-void Rect_Add(std::ostream& svg, const char* style, double x, double y, double width, double height)
-{
-    svg << "<rect class='" << style << "' x='" << x << "' y='" << y << "' width='" << width << "' height='"
-        << height << "'/>\n";
-}
-
 void Head_Add(std::ostream& svg)
 {
     const int width = LEFT + WIDTH + RIGHT;
     const int height = TOP + HEIGHT + BOTTOM;
-    svg << "<?xml version='1.0' encoding='UTF-8'?>\n"
-        << "<svg xmlns='http://www.w3.org/2000/svg' width='" << width << "' height='" << height
-        << "' viewBox='0 0 " << width << ' ' << height << "'>\n"
-        << "<title>Cut table: threshold ranges of the nozzle rows</title>\n"
-        << "<style>\ntext {font: 12px sans-serif; fill: #333}\n.paper {fill: #fff}\n"
-        << ".grid {stroke: #ddd}\n.step {stroke: #c33; stroke-dasharray: 4 3}\n"
-        << ".bar {fill: #3b6ea5; shape-rendering: crispEdges}\n.frame {fill: none; stroke: #333}\n</style>\n";
+    Svg_Begin(svg, width, height, "Cut table: threshold ranges of the nozzle rows",
+              ".grid {stroke: #ddd}\n.step {stroke: #c33; stroke-dasharray: 4 3}\n"
+              ".bar {fill: #3b6ea5; shape-rendering: crispEdges}\n.frame {fill: none; stroke: #333}\n");
     Rect_Add(svg, "paper", 0, 0, width, height);
 }
 
@@ -73,7 +44,7 @@ void Grid_Add(std::ostream& svg, std::size_t rowCount)
         Line_Add(svg, "grid", Scale_X(threshold), TOP, Scale_X(threshold), TOP + HEIGHT);
         Text_Add(svg, "middle", Scale_X(threshold), TOP + HEIGHT + 16, std::to_string(threshold));
     }
-    for (std::size_t row = 0; row <= rowCount; row += Label_Rows(rowCount)) {
+    for (std::size_t row = 0; row <= rowCount; row += Ruler_Rows(rowCount)) {
         const double y = Row_Y(row, rowCount);
         Line_Add(svg, "grid", LEFT, y, LEFT + WIDTH, y);
         Text_Add(svg, "end", LEFT - 6, y + 4, std::to_string(row));

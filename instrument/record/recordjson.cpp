@@ -68,9 +68,6 @@ json Object_Parse(std::istream& stream, const std::string& source)
         throw CRecordError(source + ": not a mode file: " +
                            Text_Quote(text.substr(prefix == std::string::npos ? 0 : prefix + 2)));
     }
-    if (!object.is_object())
-        throw CRecordError(source + ": not a mode file: " + Value_Text(object) +
-                           " instead of an object with fields");
     return object;
 }
 
@@ -93,7 +90,15 @@ nlohmann::ordered_json Record_Json(const SMaskParam& param)
 void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param,
                      std::string* description)
 {
-    const json object = Object_Parse(stream, source);
+    Record_FromJson(Object_Parse(stream, source), source, param, description);
+}
+
+void Record_FromJson(const json& object, const std::string& source, SMaskParam& param,
+                     std::string* description)
+{
+    if (!object.is_object())
+        throw CRecordError(source + ": not a mode file: " + Value_Text(object) +
+                           " instead of an object with fields");
     for (const auto& [name, value] : object.items()) {
         if (name == DESCRIPTION) {
             if (!value.is_string())

@@ -22,4 +22,9 @@ nlohmann::ordered_json Record_Json(const SMaskParam& param);
 void Record_ReadJson(std::istream& stream, const std::string& source, SMaskParam& param,
                      std::string* description = nullptr);
 
+/// Takes a mode from an object that has been parsed. As Record_ReadJson, but of a field that is given twice
+/// the last value counts.
+void Record_FromJson(const nlohmann::json& object, const std::string& source, SMaskParam& param,
+                     std::string* description = nullptr);
+
 } // namespace dotweave
