@@ -51,12 +51,16 @@ void Folder_Sync(const std::filesystem::path& folder)
 void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& to)
 {
     struct stat status = {};
-    if (stat(from.c_str(), &status) != 0)
-        return;
+    if (stat(from.c_str(), &status) != 0) {
+        if (errno == ENOENT)
+            return;
+        throw CFileError(from, errno);
+    }
     const bool isOwned =
         chown(to.c_str(), status.st_uid, status.st_gid) == 0; // of other users: root alone may
     // After chown, which clears bits. Set-user-id and the like go only with the owner.
-    static_cast<void>(chmod(to.c_str(), status.st_mode & (isOwned ? 07777U : 00777U)));
+    if (chmod(to.c_str(), status.st_mode & (isOwned ? 07777U : 00777U)) != 0)
+        throw CFileError(from, errno);
 }
 
 void StandardStreams_Occupy()
@@ -75,8 +79,15 @@ CFolderLock::CFolderLock(const std::filesystem::path& folder, EWait wait)
     do
         result = flock(m_descriptor, LOCK_EX | (wait == Wait_Never ? LOCK_NB : 0));
     while (result != 0 && errno == EINTR);
-    // A file system without locks never gives one; runs at the same time are then not kept apart.
     m_isHeld = result == 0;
+    // A file system without locks never gives one; runs at the same time are then not kept apart.
+    const bool isUsual =
+        m_isHeld || errno == EWOULDBLOCK || errno == EOPNOTSUPP || errno == ENOSYS || errno == EINVAL;
+    if (!isUsual) {
+        const int error = errno;
+        static_cast<void>(close(m_descriptor));
+        throw CFileError(folder, error);
+    }
 }
 
 CFolderLock::~CFolderLock()

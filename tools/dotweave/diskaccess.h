@@ -16,7 +16,8 @@ bool File_Sync(std::FILE* file);
 /// Waits until the names in a folder are on the disk, as far as the system can tell.
 void Folder_Sync(const std::filesystem::path& folder);
 
-/// Gives a new file the mode of an older one, and its owner where the system lets us.
+/// Gives a new file the mode of an older one, if there is one, and its owner where the system lets us.
+/// @throws CFileError when the mode cannot be kept: others could then read what they could not before
 void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Opens whatever of standard input, output and error the caller has closed, in the direction in which it
@@ -28,7 +29,7 @@ class CFolderLock {
 public:
     enum EWait { Wait_Never, Wait_Forever };
 
-    /// @throws CFileError when the folder cannot be opened
+    /// @throws CFileError when the folder cannot be opened or the system fails to lock it
     CFolderLock(const std::filesystem::path& folder, EWait wait);
     CFolderLock(const CFolderLock&) = delete;
     CFolderLock& operator=(const CFolderLock&) = delete;

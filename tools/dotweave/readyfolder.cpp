@@ -25,30 +25,39 @@ std::vector<std::string> FileNames(const fs::path& folder)
     return names;
 }
 
+void Files_Move(const fs::path& ready, const fs::path& directory)
+{
+    for (const std::string& name : FileNames(ready / STAGING_NEW))
+        if (name != LAST_FILE)
+            fs::rename(ready / STAGING_NEW / name, directory / name);
+    for (const std::string& name : FileNames(ready / STAGING_RETIRED)) {
+        fs::remove(directory / name);
+        fs::remove(ready / STAGING_RETIRED / name);
+    }
+    if (fs::exists(ready / STAGING_NEW / LAST_FILE))
+        fs::rename(ready / STAGING_NEW / LAST_FILE, directory / LAST_FILE);
+}
+
 } // namespace
 
 void ReadyFolder_Finish(const fs::path& directory)
 {
     const fs::path ready = directory / STAGING_READY;
-    if (!fs::exists(fs::symlink_status(ready)))
-        return;
+    std::string state = "complete here, but not all its files are in place: ";
+    std::string nextRun = "moves them";
     try {
-        for (const std::string& name : FileNames(ready / STAGING_NEW))
-            if (name != LAST_FILE)
-                fs::rename(ready / STAGING_NEW / name, directory / name);
-        for (const std::string& name : FileNames(ready / STAGING_RETIRED)) {
-            fs::remove(directory / name);
-            fs::remove(ready / STAGING_RETIRED / name);
-        }
-        if (fs::exists(ready / STAGING_NEW / LAST_FILE))
-            fs::rename(ready / STAGING_NEW / LAST_FILE, directory / LAST_FILE);
+        if (!fs::exists(fs::symlink_status(ready)))
+            return;
+        Files_Move(ready, directory);
+        state = "in place, but this folder is not removed: ";
+        nextRun = "removes it";
         Folder_Sync(directory);
         fs::remove(ready / STAGING_RETIRED);
         fs::remove(ready / STAGING_NEW);
         fs::remove(ready);
     } catch (const fs::filesystem_error& error) {
-        throw CFileError(ready, "the new result is complete here, but not all its files are in place: " +
-                                    error.code().message() + "; the next run into this folder moves them");
+        throw CFileError(ready, "the new result is " + state + error.code().message() +
+                                    "; the next run into this folder " + nextRun);
     }
 }
 
