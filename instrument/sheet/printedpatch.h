@@ -30,8 +30,8 @@ struct SPatchOptions {
     double dotDiameter = 1.5;                    ///< nozzle row pitches, 0.1 to 8
     int supersample = 4;                         ///< cells of a pixel, in either direction; 1 to 16
     EOverlap overlap = EOverlap::Union;          ///< what happens where dots overlap
-    double paperReflectance = PAPER_REFLECTANCE; ///< above 0, at most 1
-    double inkReflectance = INK_REFLECTANCE;     ///< above 0, below paperReflectance
+    double paperReflectance = PAPER_REFLECTANCE; ///< 0.01 to 1
+    double inkReflectance = INK_REFLECTANCE;     ///< 0.0001 to paperReflectance
     int threadCount = 0;                         ///< threads that print; 0 takes all cores
     bool wantsCells = false;                     ///< fill SPatchLines::cells
 };
