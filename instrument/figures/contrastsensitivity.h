@@ -9,11 +9,11 @@ struct SViewing {
 };
 
 /// The share of a pattern's amplitude that the eye takes in, 0 to 1.
-/// V(f) = 2.2 (0.192 + 0.114 f) exp(-(0.114 f)^1.1) above its peak near 6.6 cycles per degree, 1 below it, so
+/// V(f) = 2.2 (0.192 + 0.114 f) exp(-(0.114 f)^1.1) above its peak near 6.5 cycles per degree, 1 below it, so
 /// that wide bands count in full.
 /// Source: J. Sullivan, L. Ray, R. Miller, "Design of minimum visual modulation halftone patterns", IEEE
-///         Transactions on Systems, Man, and Cybernetics 21 (1991), after S. Daly, Proc. SPIE 1077 (1989);
-///         the same in all directions, without their oblique effect.
+///         Transactions on Systems, Man, and Cybernetics 21 (1991) 33-38, after S. Daly (1987). Here it is the
+///         same in all directions: their factor for oblique patterns is left out.
 /// @param cyclesPerDegree  >= 0
 double ContrastSensitivity(double cyclesPerDegree);
 

@@ -7,12 +7,12 @@
 
 namespace dotweave {
 
-/// The most pixels that a picture may have: 256 million.
-inline constexpr std::int64_t PICTURE_PIXELS_MAX = std::int64_t{1} << 28;
+/// The most pixels that a picture may have: 134 million.
+inline constexpr std::int64_t PICTURE_PIXELS_MAX = std::int64_t{1} << 27;
 
 /// Decodes a PNG file, of which nothing is trusted.
-/// Palettes, 1, 2, 4 and 16 bits become 8 bits; a transparent picture is laid on white. Gamma and colour
-/// profiles are ignored.
+/// Palettes, 1, 2, 4 and 16 bits become 8 bits; a transparent picture is laid on white. Levels that a file
+/// declares for another gamma are converted to those of sRGB. Colour profiles are ignored.
 /// @param bytes  of the whole file
 /// @return grey or colour, as the file says
 /// @throws std::runtime_error, with libpng's reason, for bytes that are no PNG file, a file that is cut off or

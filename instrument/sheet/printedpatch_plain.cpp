@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <stdexcept>
+#include <tuple>
 
 namespace dotweave {
 
@@ -27,13 +29,21 @@ std::int64_t Cell_Of(std::int64_t eighths)
     return (eighths - (eighths % CELL_EIGHTHS + CELL_EIGHTHS) % CELL_EIGHTHS) / CELL_EIGHTHS;
 }
 
+/// The points of the dots that have been printed so far, by phases and volume: the same ones again and again.
+using CKnownDots = std::map<std::tuple<int, int, int>, std::vector<SDotPoint>>;
+
 void Dot_Print(SPoints& points, const SDotShape& shape, std::int64_t centreX, std::int64_t centreY,
-               int volume)
+               int volume, CKnownDots& dots)
 {
     const std::int64_t cellX = Cell_Of(centreX);
     const std::int64_t cellY = Cell_Of(centreY);
-    for (const SDotPoint& point : DotPoints(shape, static_cast<int>(centreX - cellX * CELL_EIGHTHS),
-                                            static_cast<int>(centreY - cellY * CELL_EIGHTHS), volume)) {
+    const auto phaseX = static_cast<int>(centreX - cellX * CELL_EIGHTHS);
+    const auto phaseY = static_cast<int>(centreY - cellY * CELL_EIGHTHS);
+    auto dot = dots.find({phaseX, phaseY, volume});
+    if (dot == dots.end())
+        dot =
+            dots.emplace(std::tuple(phaseX, phaseY, volume), DotPoints(shape, phaseX, phaseY, volume)).first;
+    for (const SDotPoint& point : dot->second) {
         const std::int64_t x = cellX * CELL_POINTS + point.x;
         const std::int64_t y = cellY * CELL_POINTS + point.y;
         if (points.Has(x, y))
@@ -66,12 +76,13 @@ void Patch_PrintPlain(const CMaskData_Base& mask, int color, const CBitImage* im
                       options.overlap == EOverlap::Union ? 1 : LAYERS_MAX,
                       {}};
     points.layers.resize(static_cast<std::size_t>(points.width) * static_cast<std::size_t>(points.height));
+    CKnownDots dots;
     SFiredColumns fired = rows.Fired_Make();
     for (const SRowPrint& print : rows.Rows(0, options.window.lineCount)) {
         rows.Fire(print, fired);
         for (const int column : fired.columns)
             Dot_Print(points, rows.Shape(), rows.CentreX(print, column), print.centreY,
-                      rows.Volume(print, column));
+                      rows.Volume(print, column), dots);
     }
 
     const CInkLaw law(options);
