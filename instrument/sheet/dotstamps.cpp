@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <numbers>
+#include <tuple>
 
 namespace dotweave {
 
@@ -25,6 +26,12 @@ int Reach(double diameter, int volume, int cells)
     return static_cast<int>(std::ceil(radius * cells)) + 2;
 }
 
+/// Points at one distance and one height are at most four, one in each quadrant, so no two are equal.
+bool Point_IsNearer(const SDotPoint& a, const SDotPoint& b)
+{
+    return std::tie(a.distance, a.offsetY, a.quadrant) < std::tie(b.distance, b.offsetY, b.quadrant);
+}
+
 /// Packs sample points into cells.
 SDotStamp Stamp_Make(const std::vector<SDotPoint>& points)
 {
@@ -43,8 +50,8 @@ SDotStamp Stamp_Make(const std::vector<SDotPoint>& points)
     for (const SDotPoint& point : points) {
         const int y = point.y - stamp.top * CELL_POINTS;
         const int x = point.x - stamp.left * CELL_POINTS;
-        std::uint16_t& cell =
-            stamp.cells[static_cast<std::size_t>(y / CELL_POINTS * stamp.rowCells + x / CELL_POINTS)];
+        const std::ptrdiff_t row = y / CELL_POINTS;
+        std::uint16_t& cell = stamp.cells[static_cast<std::size_t>(row * stamp.rowCells + x / CELL_POINTS)];
         cell = static_cast<std::uint16_t>(cell | 1U << (y % CELL_POINTS * CELL_POINTS + x % CELL_POINTS));
     }
     return stamp;
@@ -86,7 +93,7 @@ std::vector<SDotPoint> DotPoints(const SDotShape& shape, int phaseX, int phaseY,
         }
     }
     const int count = shape.PointCount(volume);
-    std::nth_element(points.begin(), points.begin() + count, points.end());
+    std::nth_element(points.begin(), points.begin() + count, points.end(), Point_IsNearer);
     points.resize(static_cast<std::size_t>(count));
     return points;
 }

@@ -43,8 +43,6 @@ struct SDotPoint {
     std::int64_t offsetY;  ///< of equally near points, opposite ones follow each other:
     int quadrant;          ///< so the dot stays in balance when not all of them belong to it
     int y, x;              ///< place in sample points, relative to the first one of the centre's cell
-
-    auto operator<=>(const SDotPoint&) const = default;
 };
 
 /// The sample points of a dot: the PointCount(volume) ones that are nearest to its centre.

@@ -61,7 +61,7 @@ void CIdealSheet::Pass_Print(int passIndex, int line, int row, std::span<const s
         .Line_Unpack(m_layout.MaskLine(pass, row), maskPixels.data());
     const std::size_t first = Cell(line, 0);
     const auto step = static_cast<std::size_t>(m_layout.XResPass());
-    for (std::size_t column = static_cast<std::size_t>(pass.xPass); column < wanted.size(); column += step) {
+    for (auto column = static_cast<std::size_t>(pass.xPass); column < wanted.size(); column += step) {
         if (wanted[column] == 0 || maskPixels[column % maskPixels.size()] == 0)
             continue;
         std::uint8_t& count = m_counts[first + column];

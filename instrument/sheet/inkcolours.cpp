@@ -47,7 +47,7 @@ SPixelPicture InkPicture(std::span<const SPatch> patches, std::span<const int> c
     for (std::size_t pixel = 0; pixel < first.reflectance.size(); ++pixel) {
         CInkColour light = {1, 1, 1};
         for (std::size_t ink = 0; ink < patches.size(); ++ink) {
-            const double reflectance = static_cast<double>(patches[ink].reflectance[pixel]);
+            const auto reflectance = static_cast<double>(patches[ink].reflectance[pixel]);
             const double amount = (options.paperReflectance - reflectance) /
                                   (options.paperReflectance - options.inkReflectance);
             const CInkColour colour = InkColour(colors[ink]);

@@ -83,7 +83,8 @@ struct SWholePatch {
         reflectance.insert(reflectance.end(), lines.reflectance, lines.reflectance + count);
         if (lines.cells != nullptr)
             cells.insert(cells.end(), lines.cells,
-                         lines.cells + count * static_cast<std::size_t>(lines.supersample * lines.supersample));
+                         lines.cells +
+                             count * static_cast<std::size_t>(lines.supersample * lines.supersample));
     }
 };
 
@@ -167,5 +168,6 @@ TEST_F(PrintedPatch, CoversPaperWhollyWhereDotsAreWideEnough)
     const auto [darkest, lightest] = std::ranges::minmax(patch.reflectance);
     EXPECT_FLOAT_EQ(darkest, static_cast<float>(INK_REFLECTANCE));
     EXPECT_LT(lightest, 0.05F); // threshold 0 is never printed: a cell here and there
-    EXPECT_EQ(std::ranges::count(patch.reflectance, darkest), static_cast<std::ptrdiff_t>(patch.reflectance.size()));
+    EXPECT_EQ(std::ranges::count(patch.reflectance, darkest),
+              static_cast<std::ptrdiff_t>(patch.reflectance.size()));
 }
