@@ -10,6 +10,7 @@
 #include <limits>
 #include <numbers>
 #include <numeric>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -43,7 +44,7 @@ protected:
     {
         double sum = 0;
         for (const float reflectance : patch.reflectance)
-            sum += (options.paperReflectance - static_cast<double>(reflectance)) /
+            sum += (PaperLight() - static_cast<double>(reflectance)) /
                    (options.paperReflectance - options.inkReflectance);
         return sum;
     }
@@ -51,22 +52,29 @@ protected:
     struct SCentre {
         double x, y;
     };
-    SCentre Centre(const SPatch& patch) const
+    /// Weighs cells of an eighth of a pixel, which is fine enough for the middle of a dot.
+    SCentre Centre(const CBitImage& image, const SSheetErrors& errors) const
     {
+        SPatchOptions fineOptions = options;
+        fineOptions.supersample = 8;
+        fineOptions.wantsCells = true;
         SCentre centre = {0, 0};
         double sum = 0;
-        for (int y = 0; y < patch.height; ++y) {
-            for (int x = 0; x < patch.width; ++x) {
-                const double ink =
-                    options.paperReflectance -
-                    static_cast<double>(patch.reflectance[static_cast<std::size_t>(y * patch.width + x)]);
-                sum += ink;
-                centre.x += ink * (x + 0.5);
-                centre.y += ink * (y + 0.5);
+        Patch_Print(mask, 0, &image, errors, fineOptions, [&](const SPatchLines& lines) {
+            const float* cell = lines.cells;
+            for (int y = lines.firstLine * 8; y < (lines.firstLine + lines.lineCount) * 8; ++y) {
+                for (int x = 0; x < lines.width * 8; ++x, ++cell) {
+                    const double ink = PaperLight() - static_cast<double>(*cell);
+                    sum += ink;
+                    centre.x += ink * (x + 0.5) / 8;
+                    centre.y += ink * (y + 0.5) / 8;
+                }
             }
-        }
+        });
         return {centre.x / sum, centre.y / sum};
     }
+    /// What blank pixels have.
+    double PaperLight() const { return static_cast<double>(static_cast<float>(options.paperReflectance)); }
 
     CMaskData_Base mask, twice, fine;
     SPatchOptions options;
@@ -155,7 +163,7 @@ TEST_F(PrintedPatch, CoversTheAreaOfADisc)
 TEST_F(PrintedPatch, PutsADotInTheMiddleOfItsPixel)
 {
     const CBitImage dot = OneDot();
-    const SCentre centre = Centre(Patch_Collect(mask, 0, &dot, {}, options));
+    const SCentre centre = Centre(dot, {});
     EXPECT_NEAR(centre.x, 20.5, 0.005);
     EXPECT_NEAR(centre.y, 12.5, 0.005);
 }
@@ -170,4 +178,148 @@ TEST_F(PrintedPatch, CoversPaperWhollyWhereDotsAreWideEnough)
     EXPECT_LT(lightest, 0.05F); // threshold 0 is never printed: a cell here and there
     EXPECT_EQ(std::ranges::count(patch.reflectance, darkest),
               static_cast<std::ptrdiff_t>(patch.reflectance.size()));
+}
+
+/// Each error moves the ink of one dot as far as its number says.
+TEST_F(PrintedPatch, MovesADotAsFarAsTheErrorSays)
+{
+    const CIdealSheet ideal(mask, 0, options.window);
+    int tested = 0;
+    for (const int x : {12, 17, 20, 25}) {
+        for (const int y : {6, 9, 13, 16}) {
+            if (ideal.Count(y, x) != 1)
+                continue;
+            ++tested;
+            const SPixelPrint print = ideal.Prints(y, x)[0];
+            const CBitImage dot = OneDot(x, y);
+            const auto shifted = [&](const SSheetErrors& errors) {
+                const SCentre centre = Centre(dot, errors);
+                return SCentre{centre.x - x - 0.5, centre.y - y - 0.5};
+            };
+            SSheetErrors errors;
+            errors.advanceConstant = 0.25;
+            EXPECT_NEAR(shifted(errors).y, 0.25 * static_cast<double>(print.pass.number), 0.02);
+            EXPECT_NEAR(shifted(errors).x, 0, 0.01);
+            errors = {};
+            errors.tilt = 0.1;
+            EXPECT_NEAR(shifted(errors).x, 0.1 * (print.row - 7.5), 0.02);
+            EXPECT_NEAR(shifted(errors).y, 0, 0.01);
+            errors = {};
+            errors.bidirectional = 2.25;
+            EXPECT_NEAR(shifted(errors).x, print.pass.number % 2 == 1 ? 2.25 : 0, 0.01);
+        }
+    }
+    EXPECT_GT(tested, 8);
+}
+
+TEST_F(PrintedPatch, LaysAsMuchInkAsARowHas)
+{
+    const CIdealSheet ideal(mask, 0, options.window);
+    const int row = ideal.FirstRow(12, 20);
+    ASSERT_GE(row, 0);
+    const CBitImage dot = OneDot();
+    const double full = Coverage(Patch_Collect(mask, 0, &dot, {}, options));
+    for (const double volume : {0.0, 0.25, 0.5, 1.0, 2.0}) {
+        SSheetErrors errors;
+        errors.weakRows = {{row, volume}};
+        EXPECT_NEAR(Coverage(Patch_Collect(mask, 0, &dot, errors, options)), volume * full, 0.005) << volume;
+    }
+    SSheetErrors errors;
+    errors.deadRows = {row};
+    EXPECT_NEAR(Coverage(Patch_Collect(mask, 0, &dot, errors, options)), 0, 1e-6);
+    errors.deadRows = {row == 0 ? 1 : 0};
+    EXPECT_NEAR(Coverage(Patch_Collect(mask, 0, &dot, errors, options)), full, 1e-6);
+}
+
+/// Dots that do not touch: no error of place changes how much ink is on the paper.
+TEST_F(PrintedPatch, KeepsTheInkWhenDotsMove)
+{
+    options.window = {160, 300, 300};
+    options.dotDiameter = 0.4;
+    options.supersample = 8;
+    const CBitImage tint = Tint_Make(0.2, 2);
+    const double ideal = Coverage(Patch_Collect(mask, 0, &tint, {}, options));
+    SSheetErrors errors = AllErrors();
+    errors.deadRows = {};
+    errors.weakRows = {};
+    errors.volumeSigma = 0;
+    errors.advanceConstant = 0; // which stretches the paper, and so would thin the ink
+    errors.rowSigmaX = errors.rowSigmaY = 0.02;
+    const double moved = Coverage(Patch_Collect(mask, 0, &tint, errors, options));
+    EXPECT_NEAR(moved / ideal, 1, 0.01); // what crosses the sides of the patch
+    errors.volumeSigma = 0.3;
+    const double scattered = Coverage(Patch_Collect(mask, 0, &tint, errors, options));
+    // 18,000 dots of 30 % scatter: a standard deviation of 0.2 %.
+    EXPECT_NEAR(scattered / moved, 1, 0.01);
+}
+
+/// With a constant error of e on moves of m pitches the paper is longer by 1 + e / m, and the ink thinner.
+TEST_F(PrintedPatch, StretchesThePaperByTheConstantError)
+{
+    options.window = {160, 400, 200};
+    options.dotDiameter = 0.4;
+    const CBitImage tint = Tint_Make(0.3, 2);
+    const double ideal = Coverage(Patch_Collect(mask, 0, &tint, {}, options));
+    SSheetErrors errors;
+    errors.advanceConstant = 0.5; // dots of the next pass go between those of this one and touch none
+    EXPECT_NEAR(Coverage(Patch_Collect(mask, 0, &tint, errors, options)) / ideal, 8.0 / 8.5, 0.01);
+}
+
+TEST_F(PrintedPatch, DarkensByLayersWhereDensitiesAdd)
+{
+    // Every pixel twice, by dots that cover their pixel wholly: at least two layers everywhere.
+    options.overlap = EOverlap::Density;
+    options.inkReflectance = 0.4;
+    options.paperReflectance = 0.8;
+    options.dotDiameter = 0.5;
+    const CBitImage dot = OneDot();
+    const double area = std::numbers::pi / 16;
+    const int prints = CIdealSheet(twice, 0, options.window).Count(12, 20);
+    ASSERT_EQ(prints, 2);
+    const SPatch patch = Patch_Collect(twice, 0, &dot, {}, options);
+    // Two layers reflect 0.8 * (1/2)^2 = 0.2 on the area of the dot.
+    EXPECT_NEAR(static_cast<double>(patch.reflectance[12 * 40 + 20]), 0.8 - area * (0.8 - 0.2), 0.002);
+    options.overlap = EOverlap::Union;
+    const SPatch once = Patch_Collect(twice, 0, &dot, {}, options);
+    EXPECT_NEAR(static_cast<double>(once.reflectance[12 * 40 + 20]), 0.8 - area * (0.8 - 0.4), 0.002);
+}
+
+/// Sixteen layers and more count as fifteen: white ink of 1 % each would tell them apart.
+TEST_F(PrintedPatch, CountsUpToFifteenLayers)
+{
+    options.overlap = EOverlap::Density;
+    options.dotDiameter = 6; // 28 dots on every point
+    options.paperReflectance = 0.9;
+    options.inkReflectance = 0.9 * 0.99;
+    const SPatch patch = Patch_Collect(mask, 0, nullptr, {}, options);
+    for (const float reflectance : patch.reflectance)
+        ASSERT_NEAR(static_cast<double>(reflectance), 0.9 * std::pow(0.99, 15), 1e-6);
+}
+
+TEST_F(PrintedPatch, RefusesOptionsBesideTheirRanges)
+{
+    EXPECT_EQ(PatchOptions_Refusal(options), "");
+    const auto refused = [this](const std::function<void(SPatchOptions&)>& change) {
+        SPatchOptions changed = options;
+        change(changed);
+        EXPECT_THROW(Patch_Print(mask, 0, nullptr, {}, changed, [](const SPatchLines&) {}),
+                     std::invalid_argument);
+        return PatchOptions_Refusal(changed);
+    };
+    EXPECT_EQ(refused([](auto& o) { o.supersample = 17; }), "supersample 17 is not from 1 to 16");
+    EXPECT_EQ(refused([](auto& o) { o.dotDiameter = 0; }), "dotDiameter 0 is not from 0.1 to 8");
+    EXPECT_EQ(refused([](auto& o) { o.dotDiameter = std::numeric_limits<double>::quiet_NaN(); }),
+              "dotDiameter nan is not from 0.1 to 8");
+    EXPECT_EQ(refused([](auto& o) { o.inkReflectance = 0.9; }),
+              "inkReflectance 0.9 is not from 0.0001 to 0.876");
+    EXPECT_EQ(refused([](auto& o) { o.window.lineCount = 0; }),
+              "window.lineCount 0 is not from 1 to 1.67772e+07");
+    EXPECT_EQ(refused([](auto& o) { o.threadCount = -1; }), "threadCount -1 is not from 0 to 1024");
+}
+
+TEST_F(PrintedPatch, EndsWithTheExceptionOfItsSink)
+{
+    EXPECT_THROW(Patch_Print(mask, 0, nullptr, {}, options,
+                             [](const SPatchLines&) { throw std::runtime_error("full"); }),
+                 std::runtime_error);
 }
