@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <numbers>
+#include <span>
 #include <tuple>
 
 namespace dotweave {
@@ -33,7 +34,7 @@ bool Point_IsNearer(const SDotPoint& a, const SDotPoint& b)
 }
 
 /// Packs sample points into cells.
-SDotStamp Stamp_Make(const std::vector<SDotPoint>& points)
+SDotStamp Stamp_Make(std::span<const SDotPoint> points)
 {
     SDotStamp stamp;
     if (points.empty()) // a dot of no volume
@@ -95,6 +96,7 @@ std::vector<SDotPoint> DotPoints(const SDotShape& shape, int phaseX, int phaseY,
     const int count = shape.PointCount(volume);
     std::nth_element(points.begin(), points.begin() + count, points.end(), Point_IsNearer);
     points.resize(static_cast<std::size_t>(count));
+    std::sort(points.begin(), points.end(), Point_IsNearer);
     return points;
 }
 
@@ -102,11 +104,18 @@ CDotStamps::CDotStamps(const SDotShape& shape)
     : m_shape(shape), m_stamps(Index(CELL_EIGHTHS - 1, CELL_EIGHTHS - 1, VOLUME_MAX_UNITS) + 1)
 {}
 
-void CDotStamps::Make(int phaseX, int phaseY, int volume)
+void CDotStamps::Make(int phaseX, int phaseY, const SVolumeRange& volumes)
 {
-    std::unique_ptr<SDotStamp>& stamp = m_stamps[Index(phaseX, phaseY, volume)];
-    if (stamp == nullptr)
-        stamp = std::make_unique<SDotStamp>(Stamp_Make(DotPoints(m_shape, phaseX, phaseY, volume)));
+    std::vector<SDotPoint> points; // of the largest volume, when any stamp is wanted
+    for (int volume = volumes.least; volume <= volumes.most; ++volume) {
+        std::unique_ptr<SDotStamp>& stamp = m_stamps[Index(phaseX, phaseY, volume)];
+        if (stamp != nullptr)
+            continue;
+        if (points.empty())
+            points = DotPoints(m_shape, phaseX, phaseY, volumes.most);
+        const auto count = static_cast<std::size_t>(m_shape.PointCount(volume));
+        stamp = std::make_unique<SDotStamp>(Stamp_Make(std::span(points).first(count)));
+    }
 }
 
 } // namespace dotweave

@@ -15,6 +15,12 @@ inline constexpr int CELL_EIGHTHS = 8;       ///< places of a cell, in either di
 inline constexpr int VOLUME_UNIT = 64;       ///< the wanted volume
 inline constexpr int VOLUME_MAX_UNITS = 256; ///< larger volumes count as this one
 
+/// Volumes from the least to the largest, in 1 / VOLUME_UNIT.
+struct SVolumeRange {
+    int least;
+    int most;
+};
+
 /// The sample points of one dot, in whole cells around its centre's cell.
 struct SDotStamp {
     int left = 0; ///< first column of cells, relative to the centre's cell
@@ -45,7 +51,8 @@ struct SDotPoint {
     int y, x;              ///< place in sample points, relative to the first one of the centre's cell
 };
 
-/// The sample points of a dot: the PointCount(volume) ones that are nearest to its centre.
+/// The sample points of a dot: the PointCount(volume) ones that are nearest to its centre, nearest first. So a
+/// dot of a smaller volume is the first of these points.
 /// @param phaseX, phaseY  the centre's place in its cell, 0 to CELL_EIGHTHS - 1
 /// @param volume          0 to VOLUME_MAX_UNITS
 std::vector<SDotPoint> DotPoints(const SDotShape& shape, int phaseX, int phaseY, int volume);
@@ -56,8 +63,8 @@ public:
     explicit CDotStamps(const SDotShape& shape);
 
     const SDotShape& Shape() const { return m_shape; }
-    /// Makes a stamp unless there is one. Not to be called while other threads read.
-    void Make(int phaseX, int phaseY, int volume);
+    /// Makes the stamps of some volumes that are not there yet. Not to be called while other threads read.
+    void Make(int phaseX, int phaseY, const SVolumeRange& volumes);
     /// A stamp that has been made. Any number of threads may ask at once.
     const SDotStamp& Get(int phaseX, int phaseY, int volume) const
     {

@@ -19,12 +19,6 @@ struct SRowPrint {
     int volume;           ///< of its dots before they scatter, in 1 / VOLUME_UNIT
 };
 
-/// Volumes from the least to the largest, in 1 / VOLUME_UNIT.
-struct SVolumeRange {
-    int least;
-    int most;
-};
-
 /// The columns that a row print fires, and room to find them in.
 struct SFiredColumns {
     std::vector<int> columns;

@@ -105,9 +105,8 @@ private:
     {
         m_prints = m_rows.Rows(firstLine, lineCount);
         for (const SRowPrint& print : m_prints) {
-            const SVolumeRange volumes = m_rows.Volumes(print);
-            for (int volume = volumes.least; volume <= volumes.most; ++volume)
-                m_stamps.Make(PhaseOf(m_rows.CentreX(print, 0)), PhaseOf(print.centreY), volume);
+            const int phaseX = PhaseOf(m_rows.CentreX(print, 0));
+            m_stamps.Make(phaseX, PhaseOf(print.centreY), m_rows.Volumes(print));
         }
     }
 
