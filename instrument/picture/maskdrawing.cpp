@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::uint8_t PAPER = 255, INK = 0, GRID = 200, TICK = 120;
 constexpr int TICK_LENGTH = 4;
+constexpr int MARGIN = 4;
 constexpr int GAP = 8;                              // between things
 constexpr int LINE_LABEL_LEAST = 24;                // pixels between two labels
 constexpr int NUMBER_WIDTH_MAX = 10 * LETTER_WIDTH; // of an int
@@ -29,7 +30,8 @@ SPlan Plan(const SMaskWindow& window, const std::string& title, bool rulers)
     SPlan plan = {};
     plan.left =
         rulers ? Text_Width(std::to_string(window.firstLine + window.lineCount)) + TICK_LENGTH + GAP : 0;
-    plan.top = (title.empty() ? 0 : LETTER_HEIGHT + GAP) + (rulers ? LETTER_HEIGHT + TICK_LENGTH : 0);
+    plan.top =
+        (title.empty() ? 0 : MARGIN + LETTER_HEIGHT + GAP) + (rulers ? LETTER_HEIGHT + TICK_LENGTH : 0);
     const std::int64_t dots = std::int64_t{window.columnCount} * window.magnification;
     plan.width = plan.left + std::max<std::int64_t>(dots, title.empty() ? 0 : Text_Width(title)) +
                  (rulers ? NUMBER_WIDTH_MAX / 2 : 0);
@@ -78,6 +80,8 @@ void Rulers_Paint(SPixelPicture& picture, const SMaskWindow& window, const SPlan
         Rect_Paint(picture, plan.left - TICK_LENGTH - 1, y, TICK_LENGTH, 1, TICK);
         Text_Paint(picture, plan.left - TICK_LENGTH - 3 - Text_Width(number), y - 3, number);
     }
+    Rect_Paint(picture, plan.left - 1, plan.top - 1, 1, window.lineCount * size + 1, TICK);
+    Rect_Paint(picture, plan.left - 1, plan.top - 1, window.columnCount * size + 1, 1, TICK);
     const int widest = Text_Width(std::to_string(window.firstColumn + window.columnCount));
     const int columnStep = Ruler_Step(least(widest + 2 * GAP));
     for (int column = window.firstColumn; column < window.firstColumn + window.columnCount; ++column) {
@@ -106,7 +110,7 @@ SPixelPicture MaskDrawing_Make(const SMaskLines& lines, const SMaskWindow& windo
     SPixelPicture picture =
         Picture_Make(static_cast<int>(plan.width), static_cast<int>(plan.height), 1, PAPER);
     if (!title.empty())
-        Text_Paint(picture, plan.left, 0, title);
+        Text_Paint(picture, plan.left, MARGIN, title);
     if (rulers)
         Rulers_Paint(picture, window, plan);
     Grid_Paint(picture, window, plan);

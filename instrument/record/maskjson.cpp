@@ -17,30 +17,6 @@ namespace {
 
 using nlohmann::ordered_json;
 
-ordered_json Geometry_Json(const CMaskData_Base& mask)
-{
-    return {
-        {"BasePass", mask.BasePass()},
-        {"XResPass", mask.XResPass()},
-        {"YResPass", mask.YResPass()},
-        {"BitsPerPixel", mask.BitsPerPixel()},
-        {"MaskWidth", mask.MaskWidth()},
-        {"MaskHeight_IncludeRes", mask.MaskHeight_IncludeRes()},
-        {"StepHeight_IncludeRes", mask.StepHeight_IncludeRes()},
-        {"RealStepHeight_IncludeRes", mask.RealStepHeight_IncludeRes()},
-        {"LeadBlankHeight_IncludeRes", mask.LeadBlankHeight_IncludeRes()},
-        {"XResStep", std::vector<int>(mask.XResStep(), mask.XResStep() + mask.XResPass())},
-        {"YResStep", std::vector<int>(mask.YResStep(), mask.YResStep() + mask.YResPass())},
-        {"MaskLineBytes_OneColor", mask.MaskLineBytes_OneColor()},
-        {"MaskBytes_OnePosition", mask.MaskBytes_OnePosition()},
-        {"MaskBytes_OneColor", mask.MaskBytes_OneColor()},
-        {"SplitCount_XRes", mask.SplitCount_XRes_Get()},
-        {"SplitCount_YRes", mask.SplitCount_YRes_Get()},
-        {"colorCount", mask.MaskParam_Current().colorCount},
-        {"positionCount", CMaskView(mask).PositionCount()},
-    };
-}
-
 ordered_json Layout_Json()
 {
     return {
@@ -70,6 +46,30 @@ ordered_json Files_Json(const std::vector<SResultFile>& files)
 }
 
 } // namespace
+
+ordered_json Geometry_Json(const CMaskData_Base& mask)
+{
+    return {
+        {"BasePass", mask.BasePass()},
+        {"XResPass", mask.XResPass()},
+        {"YResPass", mask.YResPass()},
+        {"BitsPerPixel", mask.BitsPerPixel()},
+        {"MaskWidth", mask.MaskWidth()},
+        {"MaskHeight_IncludeRes", mask.MaskHeight_IncludeRes()},
+        {"StepHeight_IncludeRes", mask.StepHeight_IncludeRes()},
+        {"RealStepHeight_IncludeRes", mask.RealStepHeight_IncludeRes()},
+        {"LeadBlankHeight_IncludeRes", mask.LeadBlankHeight_IncludeRes()},
+        {"XResStep", std::vector<int>(mask.XResStep(), mask.XResStep() + mask.XResPass())},
+        {"YResStep", std::vector<int>(mask.YResStep(), mask.YResStep() + mask.YResPass())},
+        {"MaskLineBytes_OneColor", mask.MaskLineBytes_OneColor()},
+        {"MaskBytes_OnePosition", mask.MaskBytes_OnePosition()},
+        {"MaskBytes_OneColor", mask.MaskBytes_OneColor()},
+        {"SplitCount_XRes", mask.SplitCount_XRes_Get()},
+        {"SplitCount_YRes", mask.SplitCount_YRes_Get()},
+        {"colorCount", mask.MaskParam_Current().colorCount},
+        {"positionCount", CMaskView(mask).PositionCount()},
+    };
+}
 
 ordered_json Mask_Json(const CMaskData_Base& mask, const std::vector<SResultFile>& files)
 {

@@ -17,6 +17,9 @@ struct SResultFile {
     std::uint32_t checksum; ///< CRC-32
 };
 
+/// Every value of the geometry under the name of its accessor, and the number of colours and positions.
+nlohmann::ordered_json Geometry_Json(const CMaskData_Base& mask);
+
 /// What a created object says about itself: both records, the library's warnings about the mode, every value
 /// of the geometry under the name of its accessor, and the layout of the mask bytes in words.
 /// @param files  the other files of the result; listed with size and checksum

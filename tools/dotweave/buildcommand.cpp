@@ -79,7 +79,7 @@ EExitStatus CBuildCommand::Run(CConsole& console) const
     const auto start = std::chrono::steady_clock::now();
     const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(console);
     const auto time = std::chrono::steady_clock::now() - start;
-    const int pictureCount = MaskOutput_Write(*mask, m_directory, pictures);
+    const int pictureCount = MaskOutput_Write(*mask, m_directory, pictures, console);
     std::ostream& out = console.Summary();
     Summary_Print(out, *mask, std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
     out << std::left << std::setw(LABEL_WIDTH) << "files" << m_directory << ": mask.bin, mask.json, "

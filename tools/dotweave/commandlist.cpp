@@ -2,7 +2,12 @@
 
 #include "buildcommand.h"
 #include "cuttablecommand.h"
+#include "diffcommand.h"
+#include "dutycommand.h"
+#include "exportcommand.h"
+#include "infocommand.h"
 #include "presetscommand.h"
+#include "rendercommand.h"
 
 namespace dotweave {
 
@@ -22,7 +27,12 @@ std::vector<std::unique_ptr<CCommand>> CommandList_Make(CLI::App& app)
 {
     return Made<          // in the order of help
         CBuildCommand,    //
+        CInfoCommand,     //
+        CRenderCommand,   //
         CCutTableCommand, //
+        CDutyCommand,     //
+        CDiffCommand,     //
+        CExportCommand,   //
         CPresetsCommand>(app);
 }
 

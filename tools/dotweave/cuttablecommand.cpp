@@ -2,15 +2,11 @@
 
 #include "outputtexts.h"
 #include "picture/cuttableplot.h"
-#include "record/textquote.h"
 #include "usageerror.h"
 #include "view/cuttableview.h"
 
-#include <filesystem>
 #include <ostream>
 #include <vector>
-
-namespace fs = std::filesystem;
 
 namespace dotweave {
 
@@ -52,13 +48,7 @@ void CCutTableCommand::Files_Check() const
 {
     if (m_textFile.empty() && m_plotFile.empty())
         throw CUsageError("nothing to write: --out FILE, --svg FILE or both are needed");
-    for (const std::string* file : {&m_textFile, &m_plotFile})
-        if (!file->empty() && fs::path(*file).filename().empty())
-            throw CUsageError('"' + Text_Quote(*file) + "\" is not the name of a file");
-    const auto place = [](const std::string& file) { return fs::weakly_canonical(fs::absolute(file)); };
-    if (!m_textFile.empty() && !m_plotFile.empty() && place(m_textFile) == place(m_plotFile))
-        throw CUsageError("--svg: \"" + Text_Quote(m_plotFile) +
-                          "\" is also the file of --out; allowed: another one");
+    OutputNames_Check({{"--out", m_textFile}, {"--svg", m_plotFile}});
 }
 
 } // namespace dotweave

@@ -30,6 +30,12 @@ public:
     /// Adds the options of the print mode, and --log.
     explicit CMaskCreation(CLI::App& command);
 
+    /// The mode that the parsed command line asks for.
+    /// @throws as CRecordOptions::Record
+    SMaskParam Record() const { return m_recordOptions.Record(); }
+    /// Whether any option of a mode is given.
+    bool IsModeGiven() const { return m_recordOptions.IsGiven(); }
+
     /// Builds the mask object of the mode that the parsed command line asks for.
     /// @param console  takes the progress, the library's warnings, a line each, and what it logs. A refused
     ///                 mode is logged only with --log: the reason says more.

@@ -1,8 +1,10 @@
 #include "maskoutput.h"
 
 #include "interruptguard.h"
+#include "orderedtasks.h"
 #include "outputfile.h"
 #include "picture/maskpicture.h"
+#include "progress.h"
 #include "record/maskjson.h"
 #include "stagedfiles.h"
 #include "view/maskview.h"
@@ -46,17 +48,23 @@ void Bytes_Write(CStagedFiles& files, const CMaskView& view, std::vector<SResult
     File_Finish(file, name, results);
 }
 
-void Pictures_Write(CStagedFiles& files, const CMaskView& view, int positionCount,
+void Pictures_Write(CStagedFiles& files, const CMaskView& view, int positionCount, CConsole& console,
                     std::vector<SResultFile>& results)
 {
-    for (int color = 0; color < view.ColorCount(); ++color)
-        for (int position = 0; position < positionCount; ++position) {
-            const std::vector<std::uint8_t> png = MaskPicture_Png(view.Lines(color, position));
-            const std::string name = Picture_Name(color, position);
-            COutputFile file(files.Add(name), files.FinalPath(name));
-            file.Write(png.data(), png.size());
-            File_Finish(file, name, results);
-        }
+    const int count = view.ColorCount() * positionCount;
+    CProgress progress(console, "pictures", count);
+    int taken = 0;
+    const auto make = [&](int i) {
+        return MaskPicture_Png(view.Lines(i / positionCount, i % positionCount));
+    };
+    OrderedTasks_Run(count, make, [&](const std::vector<std::uint8_t>& png) {
+        const std::string name = Picture_Name(taken / positionCount, taken % positionCount);
+        COutputFile file(files.Add(name), files.FinalPath(name));
+        file.Write(png.data(), png.size());
+        File_Finish(file, name, results);
+        ++taken;
+        progress.Done_Add();
+    });
 }
 
 /// Takes a number off the start of a text; -1 when there is none.
@@ -81,7 +89,8 @@ bool IsPictureName(const std::string& name)
 
 } // namespace
 
-int MaskOutput_Write(const CMaskData_Base& mask, const fs::path& directory, EMaskPictures pictures)
+int MaskOutput_Write(const CMaskData_Base& mask, const fs::path& directory, EMaskPictures pictures,
+                     CConsole& console)
 {
     const CInterruptGuard interruptGuard;
     CStagedFiles files(directory);
@@ -89,7 +98,8 @@ int MaskOutput_Write(const CMaskData_Base& mask, const fs::path& directory, EMas
     std::vector<SResultFile> results;
     Bytes_Write(files, view, results);
     if (pictures != MaskPictures_None)
-        Pictures_Write(files, view, pictures == MaskPictures_First ? 1 : view.PositionCount(), results);
+        Pictures_Write(files, view, pictures == MaskPictures_First ? 1 : view.PositionCount(), console,
+                       results);
     const std::string text = Mask_Json(mask, results).dump(4) + '\n';
     COutputFile json(files.Add("mask.json"), files.FinalPath("mask.json"));
     json.Write(text.data(), text.size());

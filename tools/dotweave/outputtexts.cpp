@@ -3,7 +3,9 @@
 #include "fileerror.h"
 #include "interruptguard.h"
 #include "outputfile.h"
+#include "record/textquote.h"
 #include "stagedfiles.h"
+#include "usageerror.h"
 
 #include <filesystem>
 #include <map>
@@ -37,6 +39,22 @@ void Text_Write(COutputFile file, const std::string& text)
 }
 
 } // namespace
+
+void OutputNames_Check(const std::vector<SOutputName>& names)
+{
+    std::map<fs::path, std::string> options;
+    for (const auto& [option, file] : names) {
+        if (file.empty())
+            continue;
+        if (fs::path(file).filename().empty())
+            throw CUsageError(option + ": \"" + Text_Quote(file) + "\" is not the name of a file");
+        const fs::path place = file == "-" ? fs::path(file) : fs::weakly_canonical(fs::absolute(file));
+        const auto [other, isNew] = options.try_emplace(place, option);
+        if (!isNew)
+            throw CUsageError(option + ": \"" + Text_Quote(file) + "\" is also the file of " + other->second +
+                              "; allowed: another one");
+    }
+}
 
 void OutputTexts_Write(std::span<const SOutputText> outputs)
 {

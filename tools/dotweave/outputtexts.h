@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 namespace dotweave {
 
@@ -10,6 +11,16 @@ struct SOutputText {
     std::string file; ///< "-" is standard output
     std::string text;
 };
+
+/// An option that names a file to write.
+struct SOutputName {
+    std::string option;
+    std::string file; ///< "" when the option is not given
+};
+
+/// Checks names before any work is done: each is the name of a file, and no two are the same.
+/// @throws CUsageError
+void OutputNames_Check(const std::vector<SOutputName>& names);
 
 /// Writes texts to files. All are complete before one of them takes its place. Links are followed; an
 /// existing regular file is replaced and passes on its owner and mode; a device or a pipe is written through.

@@ -39,7 +39,7 @@ std::vector<SPreset> Presets_Read(const fs::path& folder)
     return presets;
 }
 
-SPreset Preset_Find(const std::string& name)
+SPreset Preset_Find(const std::string& name, const std::string& where, const std::string& what)
 {
     const std::vector<SPreset> presets = Presets_Read();
     const auto found = std::find_if(presets.begin(), presets.end(),
@@ -49,8 +49,8 @@ SPreset Preset_Find(const std::string& name)
     std::vector<std::string> names(presets.size());
     std::transform(presets.begin(), presets.end(), names.begin(),
                    [](const SPreset& preset) { return preset.name; });
-    throw CUsageError("--preset: \"" + Text_Quote(name) + "\" is not a preset" +
-                      Suggestion_Text(name, names) + "; dotweave presets lists them");
+    throw CUsageError(where + '"' + Text_Quote(name) + "\" is " + what + Suggestion_Text(name, names) +
+                      "; dotweave presets lists them");
 }
 
 } // namespace dotweave

@@ -22,8 +22,10 @@ std::filesystem::path Presets_Folder();
 /// @throws CFileError when the folder cannot be read; CRecordError for a file that is no mode file
 std::vector<SPreset> Presets_Read(const std::filesystem::path& folder = Presets_Folder());
 
+/// @param where  what the message for an unknown name begins with, such as "--preset: "
+/// @param what   what it calls such a name
 /// @throws CUsageError for a name that no preset has, with a suggestion for a mistyped one; and what
 ///         Presets_Read throws
-SPreset Preset_Find(const std::string& name);
+SPreset Preset_Find(const std::string& name, const std::string& where, const std::string& what);
 
 } // namespace dotweave

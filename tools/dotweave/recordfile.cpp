@@ -1,21 +1,14 @@
 #include "recordfile.h"
 
-#include "fileerror.h"
 #include "record/recordjson.h"
-
-#include <cerrno>
-#include <fstream>
+#include "record/textquote.h"
+#include "textfile.h"
 
 namespace dotweave {
 
 void Record_ReadFile(const std::string& path, SMaskParam& param, std::string* description)
 {
-    errno = 0;
-    std::ifstream stream(path, std::ios::binary);
-    stream.peek(); // a folder can be opened, but not read
-    if (!stream && !(stream.eof() && errno == 0))
-        throw CFileError(path, errno);
-    stream.clear();
+    std::ifstream stream = TextFile_Open(path);
     Record_ReadJson(stream, Text_Quote(path), param, description);
 }
 

@@ -6,6 +6,7 @@
 #include "recordfile.h"
 #include "usageerror.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace dotweave {
@@ -32,11 +33,18 @@ CRecordOptions::CRecordOptions(CLI::App& command) : m_texts(RecordFields().size(
     }
 }
 
+bool CRecordOptions::IsGiven() const
+{
+    const auto isGiven = [](const CLI::Option* option) { return option->count() > 0; };
+    return isGiven(m_presetOption) || isGiven(m_paramOption) ||
+           std::any_of(m_options.begin(), m_options.end(), isGiven);
+}
+
 SMaskParam CRecordOptions::Record() const
 {
     SMaskParam param = RECORD_DEFAULT;
     if (m_presetOption->count() > 0)
-        param = Preset_Find(m_presetName).param;
+        param = Preset_Find(m_presetName, "--preset: ", "not a preset").param;
     if (m_paramOption->count() > 0)
         Record_ReadFile(m_paramFile, param);
     for (std::size_t i = 0; i < m_options.size(); ++i) {

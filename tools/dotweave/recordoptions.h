@@ -26,6 +26,9 @@ public:
     ///         cannot be read
     SMaskParam Record() const;
 
+    /// Whether any of them is given.
+    bool IsGiven() const;
+
 private:
     std::string m_presetName;
     CLI::Option* m_presetOption; // owned by the command

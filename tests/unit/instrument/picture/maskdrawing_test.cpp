@@ -64,9 +64,9 @@ TEST(MaskDrawing, RulersNameLinesAndColumns)
                     return false;
         return true;
     };
-    // Rows: the title takes 19, column numbers and ticks 15. Columns: two digits 11, tick 4, gap 8.
-    const int top = 34, left = 23;
-    EXPECT_TRUE(has(left, 0, "title"));
+    // Rows: the title takes 23, column numbers and ticks 15. Columns: two digits 11, tick 4, gap 8.
+    const int top = 38, left = 23;
+    EXPECT_TRUE(has(left, 4, "title"));
     for (const int line : {40, 50, 60}) // 24 pixels are 6 lines, so every tenth line has a number
         EXPECT_TRUE(has(left - 7 - 11, top + (line - 40) * 4 + 2 - 3, std::to_string(line))) << line;
     // Two digits and a gap at either side are 27 pixels, which is 7 columns, so every tenth has a number.
