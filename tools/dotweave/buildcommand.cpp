@@ -1,8 +1,11 @@
 #include "buildcommand.h"
 
+#include "record/maskjson.h"
 #include "record/textquote.h"
 #include "usageerror.h"
 #include "view/maskview.h"
+
+#include <nlohmann/json.hpp>
 
 #include <chrono>
 #include <cstdint>
@@ -45,7 +48,12 @@ void Summary_Print(std::ostream& out, const CMaskData_Base& mask, std::int64_t m
 CBuildCommand::CBuildCommand(CLI::App& app)
     : CCommand(app, "build", "Build the masks of a print mode and write them out",
                "dotweave build --preset production --out masks"),
-      m_creation(Options())
+      m_creation(Options()),
+      m_pictures(
+          Options(), "--png",
+          "pictures: first is position 0 of each colour, all is every position; a pixel is a pixel of the "
+          "mask, black where a dot is set",
+          {"none", "first", "all"}, MaskPictures_First)
 {
     Options()
         .add_option("--out", m_directory,
@@ -53,35 +61,29 @@ CBuildCommand::CBuildCommand(CLI::App& app)
                     "result in it is replaced")
         ->type_name("DIR")
         ->required();
-    Options()
-        .add_option("--png", m_pictures,
-                    "pictures: none, first (position 0 of each colour) or all (every position); a pixel is "
-                    "a pixel of the mask, black where a dot is set; default first")
-        ->type_name("WHICH");
-}
-
-EMaskPictures CBuildCommand::Pictures() const
-{
-    if (m_pictures == "none")
-        return MaskPictures_None;
-    if (m_pictures == "first")
-        return MaskPictures_First;
-    if (m_pictures == "all")
-        return MaskPictures_All;
-    throw CUsageError("--png: \"" + Text_Quote(m_pictures) + "\" is not allowed; allowed: none, first, all");
+    Json_Add("an object with directory, milliseconds, pictures and geometry");
 }
 
 EExitStatus CBuildCommand::Run(CConsole& console) const
 {
-    const EMaskPictures pictures = Pictures();
+    const auto pictures = static_cast<EMaskPictures>(m_pictures.Value());
     if (m_directory.empty())
         throw CUsageError("--out: \"\" is not the name of a directory");
     const auto start = std::chrono::steady_clock::now();
     const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(console);
     const auto time = std::chrono::steady_clock::now() - start;
+    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
     const int pictureCount = MaskOutput_Write(*mask, m_directory, pictures, console);
+    if (IsJson()) {
+        const nlohmann::ordered_json object = {{"directory", Text_Quote(m_directory)},
+                                               {"milliseconds", milliseconds},
+                                               {"pictures", pictureCount},
+                                               {"geometry", Geometry_Json(*mask)}};
+        console.Out() << object.dump(4) << '\n';
+        return ExitStatus_Good;
+    }
     std::ostream& out = console.Summary();
-    Summary_Print(out, *mask, std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+    Summary_Print(out, *mask, milliseconds);
     out << std::left << std::setw(LABEL_WIDTH) << "files" << m_directory << ": mask.bin, mask.json, "
         << Count_Text(pictureCount, "picture", "pictures") << '\n';
     return ExitStatus_Good;

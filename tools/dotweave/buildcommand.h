@@ -3,6 +3,7 @@
 #include "command.h"
 #include "maskcreation.h"
 #include "maskoutput.h"
+#include "valueoption.h"
 
 #include <string>
 
@@ -16,11 +17,9 @@ public:
     EExitStatus Run(CConsole& console) const override;
 
 private:
-    EMaskPictures Pictures() const;
-
     CMaskCreation m_creation;
+    CChoiceOption m_pictures;
     std::string m_directory;
-    std::string m_pictures = "first";
 };
 
 } // namespace dotweave

@@ -4,6 +4,7 @@
 #include "outputtexts.h"
 #include "picture/dutyplot.h"
 #include "progress.h"
+#include "usageerror.h"
 #include "view/duty.h"
 
 #include <nlohmann/json.hpp>
@@ -82,6 +83,9 @@ CDutyCommand::CDutyCommand(CLI::App& app)
 
 EExitStatus CDutyCommand::Run(CConsole& console) const
 {
+    const bool isDataTaken = m_tableFile == "-" || m_plotFile == "-";
+    if (IsJson() && isDataTaken)
+        throw CUsageError("--json: standard output takes one thing at a time; allowed with it: files");
     OutputNames_Check({{"--csv", m_tableFile}, {"--svg", m_plotFile}});
     const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(console);
     const int colorCount = mask->MaskParam_Current().colorCount;
@@ -101,7 +105,7 @@ EExitStatus CDutyCommand::Run(CConsole& console) const
     if (!m_plotFile.empty())
         outputs.push_back({m_plotFile, DutyPlot_Svg(colors)});
     OutputTexts_Write(outputs);
-    if (m_tableFile == "-" || m_plotFile == "-")
+    if (isDataTaken)
         return ExitStatus_Good;
     if (IsJson())
         console.Out() << Duty_Json(colors).dump(4) << '\n';

@@ -11,25 +11,34 @@
 
 namespace dotweave {
 
+/// "N", or the words that the field takes: "none|nozzle".
+static std::string Value_Name(const SRecordField& field)
+{
+    std::string words;
+    for (const SRecordChoice& choice : field.choices)
+        words.append(words.empty() ? "" : "|").append(choice.name);
+    return words.empty() ? "N" : words;
+}
+
 CRecordOptions::CRecordOptions(CLI::App& command) : m_texts(RecordFields().size())
 {
     m_presetOption =
         command.add_option("--preset", m_presetName,
                            "a mode that comes with dotweave, as \"dotweave presets\" lists them; "
                            "options given beside it override its fields");
-    m_presetOption->type_name("NAME")->group("Print mode");
+    m_presetOption->type_name("NAME")->group(GROUP_MODE);
     m_paramOption =
         command.add_option("--param", m_paramFile,
                            "JSON file with fields of the mode by their names (nozzleCount, basePass, ...); "
                            "options given beside it override its fields");
-    m_paramOption->type_name("FILE")->group("Print mode")->excludes(m_presetOption);
+    m_paramOption->type_name("FILE")->group(GROUP_MODE)->excludes(m_presetOption);
     for (std::size_t i = 0; i < m_texts.size(); ++i) {
         const SRecordField& field = RecordFields()[i];
         const std::string help = std::string(field.help) + "; " + RecordField_RangeText(field) +
                                  "; default " + RecordField_ValueText(field, RECORD_DEFAULT);
         m_options.push_back(command.add_option(RecordField_Option(field), m_texts[i], help)
-                                ->type_name(field.choices.empty() ? "N" : "NAME")
-                                ->group("Print mode"));
+                                ->type_name(Value_Name(field))
+                                ->group(GROUP_MODE));
     }
 }
 

@@ -9,6 +9,9 @@
 
 namespace dotweave {
 
+/// The group of these options in help.
+inline constexpr char GROUP_MODE[] = "Print mode";
+
 /// The options that describe a print mode: one per field, --param for a mode file, --preset for a mode that
 /// comes with the command.
 /// Lifetime: the command keeps pointers into this object, which therefore stays where it is.

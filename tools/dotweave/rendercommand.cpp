@@ -30,8 +30,7 @@ void Size_Check(std::int64_t pixels, const std::string& remedy)
 
 CRenderCommand::CRenderCommand(CLI::App& app)
     : CCommand(app, "render", "Draw masks as a PNG to look at: one mask magnified, or all side by side",
-               "dotweave render --preset production-sine --line 0 --lines 40 --columns 60 --magnify 12 --out "
-               "dots.png\n"
+               "dotweave render --preset speed --lines 40 --columns 60 --magnify 12 --out dots.png\n"
                "dotweave render --preset quality --sheet --out all.png"),
       m_creation(Options()), m_choice(Options(), "0 without this option"),
       m_firstLine(Options(), "--line", "first mask line", 0, INT_HIGHEST, 0),

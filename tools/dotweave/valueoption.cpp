@@ -29,12 +29,11 @@ std::string Range_Text(TNumber lowest, TNumber highest)
            " to " + Number_Text(highest);
 }
 
-/// "none, first, all"
-std::string Words(const std::vector<std::string>& choices)
+std::string Words(const std::vector<std::string>& choices, const char* between)
 {
     std::string text;
     for (const std::string& choice : choices)
-        text += (text.empty() ? "" : ", ") + choice;
+        text += (text.empty() ? "" : between) + choice;
     return text;
 }
 
@@ -74,19 +73,17 @@ template class CNumberOption<int>;
 template class CNumberOption<double>;
 
 CChoiceOption::CChoiceOption(CLI::App& command, const std::string& name, const std::string& help,
-                             std::vector<std::string> choices)
-    : m_name(name), m_choices(std::move(choices)), m_text(m_choices.front())
+                             std::vector<std::string> choices, std::size_t initial)
+    : m_name(name), m_choices(std::move(choices)), m_text(m_choices[initial])
 {
-    command
-        .add_option(name, m_text, help + "; allowed: " + Words(m_choices) + "; default " + m_choices.front())
-        ->type_name("NAME");
+    command.add_option(name, m_text, help + "; default " + m_text)->type_name(Words(m_choices, "|"));
 }
 
 int CChoiceOption::Value() const
 {
     const auto found = std::find(m_choices.begin(), m_choices.end(), m_text);
     if (found == m_choices.end())
-        Refuse(m_name, m_text, Words(m_choices));
+        Refuse(m_name, m_text, Words(m_choices, ", "));
     return static_cast<int>(found - m_choices.begin());
 }
 

@@ -2,6 +2,7 @@
 
 #include <CLI/App.hpp>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -42,9 +43,10 @@ private:
 /// Lifetime: as CNumberOption.
 class CChoiceOption {
 public:
-    /// @param choices  words in the order of their numbers; the first counts when the option is not given
+    /// @param choices  words in the order of their numbers
+    /// @param initial  number of the word that counts when the option is not given
     CChoiceOption(CLI::App& command, const std::string& name, const std::string& help,
-                  std::vector<std::string> choices);
+                  std::vector<std::string> choices, std::size_t initial = 0);
     CChoiceOption(const CChoiceOption&) = delete;
     CChoiceOption& operator=(const CChoiceOption&) = delete;
     ~CChoiceOption() = default;

@@ -16,7 +16,7 @@ import tempfile
 from pathlib import Path
 
 DOCUMENTS = ("*.md", "docs/*.md", "data/*.md", "benchmarks/*.md", "examples/*.md", "tests/*.md")
-FOLDERS = ("benchmarks", "cmake", "data", "docs", "examples", "include", "instrument", "packages", "platform", "presets", "src",
+FOLDERS = ("benchmarks", "cmake", "data", "docs", "examples", "include", "instrument", "packages", "platform", "presets", "share", "src",
            "tests", "tools")
 NOT_SOURCES = re.compile(r"build.*|out|\.git")
 LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
