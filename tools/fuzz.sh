@@ -20,10 +20,15 @@ fuzzer_run()
     cp "$tests/corpus/$name/"* "$work/$name/corpus/"
     local options=(-max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 -print_final_stats=1)
     options+=(-artifact_prefix="$work/$name/finds/")
-    if [ "$name" = fuzz_record ]; then options+=(-max_len=48); fi
+    case "$name" in
+        fuzz_record | fuzz_geometry) options+=(-max_len=48) ;;
+        fuzz_kernels) options+=(-max_len=44) ;;
+        fuzz_storage) options+=(-max_len=24) ;;
+    esac
     if [ -f "$tests/$name.dict" ]; then options+=(-dict="$tests/$name.dict"); fi
     # Freed memory is kept from reuse for a shorter time than usual: many more runs for hardly fewer finds.
     if ASAN_OPTIONS=quarantine_size_mb=16:detect_stack_use_after_return=1 UBSAN_OPTIONS=print_stacktrace=1 \
+        LSAN_OPTIONS=suppressions="$tests/../support/lsan.supp:print_suppressions=0" \
         "$build/tests/fuzz/$name" "$work/$name/corpus" "${options[@]}" >"$work/$name/log" 2>&1; then
         result="nothing found"
     else

@@ -23,6 +23,8 @@ namespace {
 /// All other refusals are the library's.
 class CSmallMask : public CMaskData_Base {
 public:
+    /// @param bytesMax  most memory that a mode may take
+    explicit CSmallMask(std::int64_t bytesMax) : m_bytesMax(bytesMax) {}
     [[nodiscard]] bool IsTooLarge() const { return m_isTooLarge; }
 
 protected:
@@ -30,14 +32,12 @@ protected:
     {
         if (!CMaskData_Base::InitResParam())
             return false;
-        m_isTooLarge = Bytes_InAll() > BYTES_MAX;
+        m_isTooLarge = Bytes_InAll() > m_bytesMax;
         return !m_isTooLarge;
     }
 
 private:
-    static constexpr std::int64_t BYTES_MAX = std::int64_t{4} << 20;
-
-    /// Mask bytes, threshold planes and the workers' blocks; 0 for a mode whose size the library refuses
+    /// Mask bytes and the workers' blocks; 0 for a mode whose size the library refuses
     /// later.
     std::int64_t Bytes_InAll()
     {
@@ -47,17 +47,30 @@ private:
         std::int64_t bytes = 0;
         if (peek.MaskSize_CanBeBuilt()) {
             const std::int64_t colors = peek.Current().colorCount;
-            const std::int64_t plane = std::int64_t{2} * peek.BaseMaskWidth() * peek.BaseMaskHeight();
-            const std::int64_t blocks =
-                std::int64_t{peek.BaseMaskWidth()} * peek.MaskHeight_NoneRes() * XResPass() * 7;
-            bytes = colors * (MaskBytes_OneColor() + plane) + blocks;
+            const bool isSine = peek.Current().featherNozzleType == FeatherNozzle_Smooth_3_Sine;
+            const std::int64_t blocks = // of six workers, for the rows that the sine moves dots between
+                isSine ? std::int64_t{6} * peek.BaseMaskWidth() * peek.MaskHeight_NoneRes() * XResPass() : 0;
+            bytes = colors * MaskBytes_OneColor() + blocks;
         }
         peek.BaseMaskHeight() = fullHeight;
         return bytes;
     }
 
+    std::int64_t m_bytesMax;
     bool m_isTooLarge = false;
 };
+
+/// How large masks may be. Small ones come first: they reach the same code, many times as often. One record in
+/// sixteen may be larger.
+struct SRoom {
+    std::int64_t bytes;
+    int passes; ///< of every kind, multiplied
+    int nozzleCount;
+};
+
+constexpr SRoom ROOM_SMALL = {std::int64_t{1} << 20, 3, 24};
+constexpr SRoom ROOM_LARGE = {std::int64_t{4} << 20, 6, 144};
+constexpr unsigned int LARGE_EVERY = 16;
 
 /// The record with its resolution passes divided by the split.
 SMaskParam Param_Split(SMaskParam param)
@@ -70,7 +83,7 @@ SMaskParam Param_Split(SMaskParam param)
 }
 
 /// A record near the given one whose mask is small. Most of them can be built.
-SMaskParam Param_Bounded(const SMaskParam& any)
+SMaskParam Param_Bounded(const SMaskParam& any, const SRoom& most)
 {
     SMaskParam param = any;
     param.resSplitType = Fuzz_Number(any.resSplitType, -1, 6);
@@ -78,7 +91,7 @@ SMaskParam Param_Bounded(const SMaskParam& any)
     SMaskData_Base_Peek{split}.Current() = param;
     const int xSplit = split.SplitCount_XRes_Get();
     const int ySplit = split.SplitCount_YRes_Get();
-    int room = 6; // for passes of every kind: each multiplies the work
+    int room = most.passes; // each multiplies the work
     param.basePass = Fuzz_Number(any.basePass, 1, room);
     room /= param.basePass;
     param.xResPass = Fuzz_Number(any.xResPass, xSplit, xSplit * room + xSplit - 1);
@@ -87,7 +100,7 @@ SMaskParam Param_Bounded(const SMaskParam& any)
     room /= param.yResPass / ySplit;
     param.colorCount = Fuzz_Number(any.colorCount, 1, std::min(room, 3));
     const int passes = param.basePass * (param.xResPass / xSplit) * (param.yResPass / ySplit);
-    param.nozzleCount = Fuzz_Number(any.nozzleCount, passes, 144);
+    param.nozzleCount = Fuzz_Number(any.nozzleCount, passes, most.nozzleCount);
     param.bitsPerPixel = Fuzz_Number(any.bitsPerPixel, 1, 2);
     param.featherMode = Fuzz_Number(any.featherMode, FeatherMode_None, FeatherMode_Nozzle);
     if (!(any.featherPercent >= 0.0F && any.featherPercent <= 100.0F)) // so written, a NaN is replaced too
@@ -113,9 +126,9 @@ std::minstd_rand Random_Of(const SMaskParam& param)
 /// Creates a mask and checks it against the laws.
 /// @param mustBeBuilt  whether only its size is a reason to refuse the record
 /// @return whether there is a mask
-bool Mask_Try(const SMaskParam& param, bool mustBeBuilt)
+bool Mask_Try(const SMaskParam& param, std::int64_t bytesMax, bool mustBeBuilt)
 {
-    CSmallMask mask;
+    CSmallMask mask(bytesMax);
     const bool isCreated = mask.Create(param);
     EXPECT_EQ(MaskParam_Bytes(mask.MaskParam_Input()), MaskParam_Bytes(param)) << param;
     if (!isCreated) {
@@ -138,9 +151,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < sizeof param)
         return 0;
     std::memcpy(&param, data, sizeof param);
-    if (Mask_Try(param, false))
+    const SRoom& room = Random_Of(param)() % LARGE_EVERY == 0 ? ROOM_LARGE : ROOM_SMALL;
+    if (Mask_Try(param, room.bytes, false))
         return 0;
-    const SMaskParam bounded = Param_Bounded(param);
-    Mask_Try(bounded, Layout_ByLaw(Param_Split(bounded)).has_value());
+    const SMaskParam bounded = Param_Bounded(param, room);
+    Mask_Try(bounded, room.bytes, Layout_ByLaw(Param_Split(bounded)).has_value());
     return 0;
 }

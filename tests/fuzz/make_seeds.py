@@ -36,6 +36,10 @@ RECORDS = {
     "smooth_3_sine": dict(featherMode=1, featherNozzleType=3, nozzleCount=132, basePass=1, featherPercent=12.5),
     "smooth_3_sine_2_by_2": dict(featherMode=1, featherNozzleType=3, xResPass=2, yResPass=2, basePass=1),
     "two_bits": dict(bitsPerPixel=2, xResPass=3),
+    "nine_x_passes": dict(nozzleCount=18, basePass=1, xResPass=9),
+    "nine_x_passes_two_bits": dict(nozzleCount=18, basePass=1, xResPass=9, bitsPerPixel=2),
+    "seventeen_x_passes": dict(nozzleCount=17, basePass=1, xResPass=17),
+    "nine_x_passes_sine": dict(featherMode=1, featherNozzleType=3, nozzleCount=36, featherPercent=66.6, basePass=1, xResPass=9),
     "three_colours": dict(colorCount=3, nozzleCount=68),
     "split_x2": dict(resSplitType=1, xResPass=4),
     "split_y3": dict(resSplitType=3, yResPass=3),
@@ -84,6 +88,37 @@ CUT_TABLES = {
     "widened_whole": (6, 40, 20, 0, 64, 100, 0),
 }
 
+# columns, plane rows, width, rows, X passes, Y passes, bits, offset X, offset Y, padding, seed
+KERNELS = {
+    "one_pixel": (1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 1),
+    "one_pass": (64, 8, 64, 4, 1, 1, 1, 0, 0, 0, 2),
+    "two_passes": (64, 8, 64, 4, 2, 2, 1, 0, 0, 0, 3),
+    "three_passes_two_bits": (50, 8, 50, 3, 3, 1, 2, 0, 0, 0, 4),
+    "four_passes": (33, 5, 33, 2, 4, 4, 1, 7, 3, 0, 5),
+    "eight_passes": (72, 4, 72, 2, 8, 1, 1, 0, 0, 0, 6),
+    "eight_passes_two_bits": (72, 4, 72, 2, 8, 1, 2, 0, 0, 0, 7),
+    "nine_passes": (60, 4, 60, 2, 9, 1, 1, 0, 0, 0, 8),
+    "nine_passes_two_bits": (60, 4, 60, 2, 9, 3, 2, 0, 0, 1, 9),
+    "forty_passes": (41, 3, 41, 2, 40, 1, 1, 5, 2, 3, 10),
+    "narrow_plane_wide_pass": (3, 2, 130, 2, 5, 1, 1, 2, 1, 0, 11),
+    "plane_of_one_column": (1, 12, 130, 6, 11, 1, 2, 299, 40, 9, 12),
+    "wide_plane_narrow_pass": (130, 12, 1, 6, 7, 2, 2, 150, 39, 2, 13),
+    "byte_and_a_bit": (9, 1, 9, 1, 13, 1, 1, 0, 0, 0, 14),
+}
+
+# The high digit is the call, the low one the mode: 0 to 6 init, 7 to c apply, d and e factory, f another storage.
+STORAGE = {
+    "one_init": "00",
+    "six_inits_evict_the_first": "00 01 02 03 04 05 00",
+    "rejected_clears_current": "00 0a 70 00",
+    "apply_same_step": "00 71 72 73",
+    "apply_other_step": "00 77 78",
+    "apply_evicts_up_to_current": "00 71 72 73 74 75 76",
+    "init_again_refreshes": "00 01 02 03 04 00 05 06",
+    "factory_between": "00 d1 ea d7 71",
+    "another_storage": "00 01 f0 71 02 72",
+}
+
 MODE_FILES = {
     "empty_object": "{}",
     "all_numbers": json.dumps(dict(zip(FIELDS, (544, 4, 2, 3, 4, 2, 1, 33.3, 3, 2, 66, 5)))),
@@ -117,8 +152,13 @@ def write(fuzzer, name, data):
 
 for name, changes in RECORDS.items():
     record = {**PLAIN, **changes}
-    write("fuzz_record", name, struct.pack("<7if4i", *(record[field] for field in FIELDS)))
+    for fuzzer in ("fuzz_record", "fuzz_geometry"):
+        write(fuzzer, name, struct.pack("<7if4i", *(record[field] for field in FIELDS)))
 for name, numbers in CUT_TABLES.items():
     write("fuzz_cuttable", name, struct.pack("<7i", *numbers))
+for name, numbers in KERNELS.items():
+    write("fuzz_kernels", name, struct.pack("<11i", *numbers))
+for name, calls in STORAGE.items():
+    write("fuzz_storage", name, bytes.fromhex(calls))
 for name, text in MODE_FILES.items():
     write("fuzz_param_file", name, text if isinstance(text, bytes) else text.encode())

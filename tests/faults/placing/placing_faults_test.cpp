@@ -80,7 +80,7 @@ TEST_F(PlacingFaults, AnyCallThatFailsOnceLosesNothing)
     EachCall_Check(EDiskFault::Once);
 }
 
-TEST_F(PlacingFaults, AFunctionThatFailsForGoodLosesNothing)
+TEST_F(PlacingFaults, AFunctionFailingForGoodLosesNothing)
 {
     EachCall_Check(EDiskFault::SameForGood);
 }
