@@ -8,7 +8,6 @@
 
 static constexpr int REUSE_BYTES_MAX = 32 << 20; // the most that the C library accepts
 static constexpr int KEPT_BYTES_MAX = 64 << 20;  // twice that, as the C library would choose by itself
-static constexpr int FRESH_BYTES_MIN = 4 << 20;  // every block of W2's size, no threshold plane
 
 static bool Option_Set(int option, int bytes)
 {
@@ -22,8 +21,13 @@ bool Allocator_Settle()
 
 CFreshMemory::CFreshMemory()
 {
-    Option_Set(M_MMAP_THRESHOLD, FRESH_BYTES_MIN);
-    malloc_trim(0); // or memory that the C library kept would be used first
+    Option_Set(M_MMAP_THRESHOLD, static_cast<int>(LARGE_BYTES));
+    KeptPages_Return(); // or memory that the C library kept would be used first
+}
+
+void CFreshMemory::KeptPages_Return()
+{
+    malloc_trim(0);
 }
 
 CFreshMemory::~CFreshMemory()
@@ -51,6 +55,8 @@ bool Allocator_Settle()
 CFreshMemory::CFreshMemory() = default;
 
 CFreshMemory::~CFreshMemory() = default;
+
+void CFreshMemory::KeptPages_Return() {}
 
 bool CFreshMemory::IsAvailable()
 {

@@ -26,6 +26,7 @@ KERNEL_WANTED_BEST = dict(zip(MODES, (40, 85, 85, 50)))
 KERNEL_WANTED_AVX2 = dict(zip(MODES, (35, 80, 80, 50)))
 KERNEL_WANTED_BASELINE = dict.fromkeys(MODES, 15)
 # Wanted speed-up of a whole creation over the same mask on one thread with the plain loops.
+PEER_WANTED = {"W1": 1.0, "W3": 1.0, "W2": 6.0}
 CREATE_WANTED = dict(zip(MODES, (2.5, 18, 40, 45)))
 
 
@@ -110,13 +111,21 @@ def create_ratios(report):
     for mode in MODES:
         value = report.quotient(f"one_thread/{mode}", f"create/{mode}")
         yield Ratio(f"creation over one thread with plain loops, {mode}", value, True, CREATE_WANTED[mode])
+    # The loop that an engineer would write who needs the bytes of one mode and nothing else.
+    for mode in MODES:
+        value = report.quotient(f"peer/{mode}", f"create/{mode}")
+        yield Ratio(f"creation over a plain OpenMP loop, {mode}", value, True, PEER_WANTED.get(mode))
+        if f"fresh_peer/{mode}" in report.medians:
+            value = report.quotient(f"fresh_peer/{mode}", f"fresh_create/{mode}")
+            yield Ratio(f"creation over a plain OpenMP loop, fresh memory, {mode}", value, True,
+                        PEER_WANTED.get(mode))
     # The floors. Only several threads can beat one thread that just reads every threshold and writes every byte.
     # No creation can beat seven threads that start and end without work.
     for mode in MODES:
         item = report.medians[f"kernel/{mode}/read"] + report.medians[f"kernel/{mode}/write"]
         value = report.medians[f"create/{mode}"] / (item * report.items[f"create/{mode}"])
         yield Ratio(f"creation to reading and writing on one thread, {mode}", value, False)
-    yield Ratio("creation to seven threads without work, W0", report.quotient("create/W0", "idle_threads"), False)
+    yield Ratio("creation to seven threads without work, W0", report.quotient("create/W0", "idle_threads"), False, 1.3)
     value = (report.medians["one_thread/W0"] + TAIL_SECONDS) / report.medians["create/W0"]
     yield Ratio("creation over one thread and the 100 ms wait at its end, W0", value, True, 400)
     if "fresh_create/W2" in report.medians:

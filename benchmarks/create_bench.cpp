@@ -1,5 +1,6 @@
 #include "allocator.h"
 #include "finishtail.h"
+#include "peer.h"
 #include "pressmodes.h"
 #include "registry.h"
 
@@ -56,28 +57,43 @@ int WorkItems(const CMaskData_Base& mask)
     return param.colorCount * (mask.MaskBytes_OneColor() / mask.MaskBytes_OnePosition()) * param.yResPass;
 }
 
+/// Where the memory of a creation comes from: used before and kept by the C library, or fresh from the system.
+enum class EMemory { Kept, Fresh };
+
 /// Pauses between two creations. A press takes longer than the short one whenever it changes its mode.
 constexpr std::chrono::microseconds SHORT_PAUSE(200);
 constexpr std::chrono::microseconds NO_PAUSE(0);
+/// Creations of one figure take so long, or it is one.
+constexpr std::chrono::milliseconds FIGURE_TIME(2);
 
-void Pause_Make(std::chrono::microseconds pause)
+void Pause_Make(std::chrono::microseconds pause, EMemory memory)
 {
+    if (memory == EMemory::Fresh)
+        CFreshMemory::KeptPages_Return();
     for (const CClock::time_point end = CClock::now() + pause; CClock::now() < end;)
         boost::this_thread::yield();
+}
+
+/// The median in seconds. Sorts a part of the times.
+double Median_Take(std::vector<CClock::duration>& times)
+{
+    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+    std::nth_element(times.begin(), middle, times.end());
+    return Seconds(*middle);
 }
 
 /// Times a way to build a mask object, each time on a new object. Small masks are built several times, and
 /// the median counts, because the machine's own work takes longer than they do when it comes in between.
 template <typename TBuild>
-void Mask_Bench(benchmark::State& state, TBuild build, std::chrono::microseconds pause = SHORT_PAUSE)
+void Mask_Bench(benchmark::State& state, TBuild build, std::chrono::microseconds pause = SHORT_PAUSE,
+                EMemory memory = EMemory::Kept)
 {
-    constexpr std::chrono::milliseconds FIGURE_TIME(2); // creations of one figure take so long, or it is one
     std::size_t bytes = 0;
     for ([[maybe_unused]] const auto iteration : state) {
         std::vector<CClock::duration> times;
         for (CClock::duration sum(0); sum < FIGURE_TIME; sum += times.back()) {
             CMaskData_Base mask;
-            Pause_Make(pause);
+            Pause_Make(pause, memory);
             const std::optional<CClock::duration> time = Timed([&] { return build(mask); });
             if (!time) {
                 state.SkipWithError(CANNOT_BE_BUILT);
@@ -87,9 +103,7 @@ void Mask_Bench(benchmark::State& state, TBuild build, std::chrono::microseconds
             bytes = MaskBytes(mask);
             state.counters["items"] = WorkItems(mask);
         }
-        const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-        std::nth_element(times.begin(), middle, times.end());
-        state.SetIterationTime(Seconds(*middle));
+        state.SetIterationTime(Median_Take(times));
     }
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
@@ -121,13 +135,44 @@ void OneThread_Bench(benchmark::State& state, const SMaskParam& param)
 void Fresh_Bench(benchmark::State& state, const SMaskParam& param)
 {
     const CFreshMemory fresh;
-    Mask_Bench(state, [&](CMaskData_Base& mask) { return mask.Create(param); });
+    Mask_Bench(
+        state, [&](CMaskData_Base& mask) { return mask.Create(param); }, SHORT_PAUSE, EMemory::Fresh);
     CMaskData_Base mask;
     const std::size_t before = CFreshMemory::MappedBytes();
     if (!mask.Create(param))
         state.SkipWithError(CANNOT_BE_BUILT);
-    else if (CFreshMemory::MappedBytes() < before + MaskBytes(mask))
+    else if (MaskBytes(mask) >= CFreshMemory::LARGE_BYTES &&
+             CFreshMemory::MappedBytes() < before + MaskBytes(mask))
         state.SkipWithError("the mask did not come from fresh memory");
+}
+
+/// The same bytes by the plain OpenMP loop. As with Create, freeing them is not timed.
+void Peer_Time(benchmark::State& state, const CPeer& peer, EMemory memory)
+{
+    for ([[maybe_unused]] const auto iteration : state) {
+        std::vector<CClock::duration> times;
+        for (CClock::duration sum(0); sum < FIGURE_TIME; sum += times.back()) {
+            Pause_Make(SHORT_PAUSE, memory);
+            std::unique_ptr<std::uint8_t[]> bytes;
+            times.push_back(*Timed([&] {
+                bytes = peer.Build();
+                return true;
+            }));
+        }
+        state.SetIterationTime(Median_Take(times));
+    }
+}
+
+void Peer_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    Peer_Time(state, CPeer(param), EMemory::Kept);
+}
+
+void FreshPeer_Bench(benchmark::State& state, const SMaskParam& param)
+{
+    const CPeer peer(param);
+    const CFreshMemory fresh;
+    Peer_Time(state, peer, EMemory::Fresh);
 }
 
 /// What the operating system takes for as many zeros as the mask has bytes.
@@ -225,12 +270,15 @@ void Create_Register()
         Register("create", mode, &Create_Bench)->UseManualTime();
         Register("create_in_a_row", mode, &CreateInARow_Bench)->UseManualTime();
         Register("one_thread", mode, &OneThread_Bench)->UseManualTime();
+        Register("peer", mode, &Peer_Bench)->UseManualTime();
+        if (CFreshMemory::IsAvailable()) {
+            Register("fresh_create", mode, &Fresh_Bench)->UseManualTime();
+            Register("fresh_peer", mode, &FreshPeer_Bench)->UseManualTime();
+        }
     }
     Register("create", PressMode_W2Sine_Get(), &Create_Bench)->UseManualTime();
-    if (CFreshMemory::IsAvailable()) {
-        Register("fresh_create", modes[2], &Fresh_Bench)->UseManualTime();
+    if (CFreshMemory::IsAvailable())
         Register("fresh_zeros", modes[2], &Zeroed_Bench)->UseManualTime();
-    }
     benchmark::RegisterBenchmark("idle_threads", &IdleThreads_Bench)
         ->Unit(benchmark::kMicrosecond)
         ->UseRealTime();

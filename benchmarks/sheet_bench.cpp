@@ -16,7 +16,8 @@ using namespace dotweave;
 
 namespace {
 
-constexpr SMaskParam MODE = {544, 8, 1, 1, 1, 1, FeatherMode_Nozzle, 50.0F, FeatherNozzle_Smooth_3, 1, 100, 0};
+constexpr SMaskParam MODE = {544, 8,   1, 1, 1, 1, FeatherMode_Nozzle, 50.0F, FeatherNozzle_Smooth_3,
+                             1,   100, 0};
 
 const CMaskData_Base& Mask_Get()
 {
