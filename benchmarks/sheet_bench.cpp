@@ -1,6 +1,7 @@
 // The sheet: how long a mode takes on paper, and how much memory.
 // Patches are 1088 x 2176 pixels of a head of 544 rows in 8 passes, supersample 4.
 
+#include "figures/patchfigures.h"
 #include "sheet/idealsheet.h"
 #include "sheet/printedpatch.h"
 #include "sheet/tint.h"
@@ -101,6 +102,17 @@ void FullToneOneThread(benchmark::State& state)
     Patch_Time(state, nullptr, {}, options);
 }
 BENCHMARK(FullToneOneThread)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void AllFiguresOfATint(benchmark::State& state)
+{
+    const CBitImage tint = Tint_Make(0.4, Tint_Matrix(0));
+    for ([[maybe_unused]] auto _ : state) {
+        const SPatchFigures figures = PatchFigures(Mask_Get(), 0, &tint, {}, Options_Get(2176), {});
+        benchmark::DoNotOptimize(figures.graininess);
+    }
+    state.counters["peak_mb"] = PeakMegabytes();
+}
+BENCHMARK(AllFiguresOfATint)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void IdealSheetOfOneCycle(benchmark::State& state)
 {

@@ -105,9 +105,13 @@ SPatchFigures PatchFigures(const CMaskData_Base& mask, int color, const CBitImag
     CFigureCollector collector(CPassLayout(mask), options.window, viewing);
     Patch_Print(mask, color, image, errors, options, std::ref(collector));
     SPatchFigures figures = collector.Figures();
-    const CIdealSheet ideal(mask, color, options.window, image);
-    figures.printShare =
-        PrintShare_Ideal(CIdealSheet(mask, color, options.window, image, errors.deadRows), ideal);
+    figures.printShare.lineCount = options.window.lineCount;
+    figures.printShare.pixelCount = figures.printShare.lineCount * options.window.columnCount;
+    if (!errors.deadRows.empty()) { // nothing else takes a print from a pixel
+        const CIdealSheet ideal(mask, color, options.window, image);
+        const CIdealSheet sheet(mask, color, options.window, image, errors.deadRows);
+        figures.printShare = PrintShare_Ideal(sheet, ideal);
+    }
     return figures;
 }
 
