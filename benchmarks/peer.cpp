@@ -114,7 +114,8 @@ void CPeer::Row_Build(int color, int position, int row, std::uint8_t* lines) con
             for (int k = 0; k < m_xRes; ++k) {
                 const std::uint8_t* from = dots.data() + SIDE * k / m_xRes;
                 for (int x = 0; x < SIDE; ++x)
-                    pixels[static_cast<std::size_t>(x * m_xRes + k)] = from[x];
+                    pixels[static_cast<std::size_t>(x) * static_cast<std::size_t>(m_xRes) +
+                           static_cast<std::size_t>(k)] = from[x];
             }
             line = pixels.data();
         }
