@@ -1,6 +1,7 @@
 #include "commandlist.h"
 
 #include "buildcommand.h"
+#include "checkcommand.h"
 #include "cuttablecommand.h"
 #include "diffcommand.h"
 #include "dutycommand.h"
@@ -28,6 +29,7 @@ std::vector<std::unique_ptr<CCommand>> CommandList_Make(CLI::App& app)
     return Made<          // in the order of help
         CBuildCommand,    //
         CInfoCommand,     //
+        CCheckCommand,    //
         CRenderCommand,   //
         CCutTableCommand, //
         CDutyCommand,     //

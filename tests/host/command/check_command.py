@@ -66,6 +66,8 @@ def schemas(tool, folder, root, *_):
     check("cuttable", tool.run("cuttable", "--json", *MODE))
     check("duty", tool.run("duty", "--json", *MODE))
     check("presets", tool.run("presets", "--json"))
+    check("check", tool.run("check", "--json", *MODE))
+    check("check", tool.run("check", "--json", "--uniform", "--feather-nozzle-type", "smooth-3-sine", *MODE, statuses=(1,)))
     check("diff", tool.run("diff", "--json", result, result))
     check("diff", tool.run("diff", "--json", "speed", "production", statuses=(1,)))
     for name in ("a", "b"):
