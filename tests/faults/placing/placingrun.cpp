@@ -1,5 +1,6 @@
 #include "placingrun.h"
 
+#include "console.h"
 #include "fileerror.h"
 #include "interruptguard.h"
 #include "maskoutput.h"
@@ -37,9 +38,11 @@ namespace {
 std::string Run(const CMaskData_Base& mask, const fs::path& folder, const SDiskPlan& plan, int& signal)
 {
     std::string message;
+    std::ostringstream texts;
+    CConsole console(texts, texts, false);
     const CDiskFaults faults(plan);
     try {
-        MaskOutput_Write(mask, folder, MaskPictures_First);
+        MaskOutput_Write(mask, folder, MaskPictures_First, console);
     } catch (const CInterrupted& interrupted) {
         signal = interrupted.Signal();
     } catch (const fs::filesystem_error& error) {
