@@ -71,6 +71,7 @@ CCommandLine::CCommandLine() : m_app("Builds pass masks for multi-pass inkjet pr
     m_app.allow_extras();           // Parse refuses them
     m_app.require_subcommand(0, 1); // none is refused below, with our own message
     m_app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    m_app.get_formatter()->label("Positionals", "Arguments");
     m_app.footer(
         "\"dotweave COMMAND --help\" tells more about a command.\n\n"
         "Exit status: 0 good, 1 a check failed, 2 a wrong option, value or mode file, 3 the mode was\n"

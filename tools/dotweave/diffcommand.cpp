@@ -92,19 +92,19 @@ CDiffCommand::CDiffCommand(CLI::App& app)
                "dotweave diff masks/mask.bin production")
 {
     Options()
-        .add_option("A B", m_words,
-                    "two of: a preset, a mode file *.json, a folder that \"dotweave build\" has written, its "
-                    "mask.bin")
+        .add_option(
+            "A", m_first,
+            "a preset, a mode file *.json, a folder that \"dotweave build\" has written, or its mask.bin")
         ->type_name("")
-        ->expected(2)
         ->required();
+    Options().add_option("B", m_second, "another of them")->type_name("")->required();
     Json_Add("an object with equal, bytes, differentBytes, differentPixels, differentLines and first");
 }
 
 EExitStatus CDiffCommand::Run(CConsole& console) const
 {
-    const SMaskBytes a = MaskBytes_ByWord(m_words[0], console);
-    const SMaskBytes b = MaskBytes_ByWord(m_words[1], console);
+    const SMaskBytes a = MaskBytes_ByWord(m_first, console);
+    const SMaskBytes b = MaskBytes_ByWord(m_second, console);
     std::ostream& out = console.Out();
     const bool hasShape = a.shape && b.shape;
     if (a.bytes.size() != b.bytes.size() || (hasShape && *a.shape != *b.shape))

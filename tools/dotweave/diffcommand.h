@@ -3,7 +3,6 @@
 #include "command.h"
 
 #include <string>
-#include <vector>
 
 namespace dotweave {
 
@@ -15,7 +14,8 @@ public:
     EExitStatus Run(CConsole& console) const override;
 
 private:
-    std::vector<std::string> m_words;
+    std::string m_first;
+    std::string m_second;
 };
 
 } // namespace dotweave

@@ -71,7 +71,8 @@ std::string CHelpFormat::make_option(const CLI::Option* option, bool isPositiona
 
 std::string CHelpFormat::make_option_opts(const CLI::Option* option) const
 {
-    const std::string type = option->get_type_size() == 0 ? "" : ' ' + option->get_type_name();
+    const bool hasType = option->get_type_size() != 0 && !option->get_type_name().empty();
+    const std::string type = hasType ? ' ' + option->get_type_name() : "";
     return type + (option->get_required() ? " (required)" : "");
 }
 
