@@ -11,7 +11,9 @@
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
+#if __has_include(<sys/resource.h>)
 #include <sys/resource.h>
+#endif
 
 using namespace dotweave;
 
@@ -38,12 +40,16 @@ SPatchOptions Options_Get(int lineCount)
     return options;
 }
 
-/// The most memory that the process has had so far.
+/// The most memory that the process has had so far; 0 where the system does not say.
 double PeakMegabytes()
 {
+#ifdef RUSAGE_SELF
     rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);
     return static_cast<double>(usage.ru_maxrss) / 1024;
+#else
+    return 0;
+#endif
 }
 
 void Patch_Time(benchmark::State& state, const CBitImage* image, const SSheetErrors& errors,

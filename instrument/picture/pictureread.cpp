@@ -11,6 +11,9 @@ namespace dotweave {
 
 namespace {
 
+constexpr std::int64_t DEFLATE_RATIO_MAX = 1032;
+constexpr std::int64_t BYTE_PIXELS_MAX = 8;
+
 /// Frees what the picture library has allocated.
 struct SPngImage {
     png_image image = {};
@@ -37,6 +40,11 @@ SPixelPicture Picture_Read(std::span<const std::uint8_t> bytes)
         throw std::runtime_error("the picture cannot be read: " + std::to_string(pixelCount) +
                                  " pixels are more than " + std::to_string(PICTURE_PIXELS_MAX));
     png.image.flags |= PNG_IMAGE_FLAG_16BIT_sRGB; // 16 bits are not taken for linear light
+    // Deflate makes at most 1032 bytes of one, and a byte has at most 8 pixels. A few bytes that promise a large
+    // picture get no memory for it.
+    if (pixelCount / (DEFLATE_RATIO_MAX * BYTE_PIXELS_MAX) > static_cast<std::int64_t>(bytes.size()))
+        throw std::runtime_error("the picture cannot be read: " + std::to_string(bytes.size()) +
+                                 " bytes are too few for " + std::to_string(pixelCount) + " pixels");
     const bool isColour = (png.image.format & PNG_FORMAT_FLAG_COLOR) != 0;
     png.image.format = isColour ? PNG_FORMAT_RGB : PNG_FORMAT_GRAY;
     SPixelPicture picture = {

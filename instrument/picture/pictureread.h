@@ -15,8 +15,8 @@ inline constexpr std::int64_t PICTURE_PIXELS_MAX = std::int64_t{1} << 27;
 /// declares for another gamma are converted to those of sRGB. Colour profiles are ignored.
 /// @param bytes  of the whole file
 /// @return grey or colour, as the file says
-/// @throws std::runtime_error, with libpng's reason, for bytes that are no PNG file, a file that is cut off or
-///         damaged, and more than PICTURE_PIXELS_MAX pixels
+/// @throws std::runtime_error, with the reason in one line, for bytes that are no PNG file, a file that is cut
+///         off or damaged, more than PICTURE_PIXELS_MAX pixels, and more than the bytes can hold
 /// @throws std::bad_alloc
 SPixelPicture Picture_Read(std::span<const std::uint8_t> bytes);
 

@@ -8,6 +8,7 @@ Inputs that the fuzzers found are in the same folders, named by their checksum.
 import json
 import pathlib
 import struct
+import zlib
 
 CORPUS = pathlib.Path(__file__).parent / "corpus"
 
@@ -144,6 +145,34 @@ MODE_FILES = {
 }
 
 
+def png(width, height, bits, colour, rows, *chunks, interlaced=0):
+    """A PNG file; rows are the filtered bytes before they are packed, chunks come before them."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+    header = struct.pack(">IIBBBBB", width, height, bits, colour, 0, 0, interlaced)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + b"".join(chunk(*one) for one in chunks)
+            + chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b""))
+
+
+PALETTE = (b"PLTE", bytes(range(12)))
+PICTURES = {
+    "bits_1": png(9, 2, 1, 0, b"\x00\xaa\x80" * 2),
+    "grey": png(3, 2, 8, 0, b"\x00\x00\x80\xff" * 2),
+    "grey_16_bits": png(2, 1, 16, 0, b"\x00\x12\x34\xab\xcd"),
+    "colour": png(2, 2, 8, 2, b"\x00\xff\x00\x00\x00\xff\x00" * 2),
+    "colour_transparent": png(2, 1, 8, 6, b"\x00\xff\x00\x00\x80\x00\xff\x00\x00"),
+    "palette": png(4, 1, 2, 3, b"\x00\x1b", PALETTE),
+    "palette_transparent": png(4, 1, 2, 3, b"\x00\x1b", PALETTE, (b"tRNS", b"\x00\x80")),
+    "gamma": png(1, 1, 8, 0, b"\x00\x80", (b"gAMA", struct.pack(">I", 100000))),
+    "interlaced": png(2, 2, 8, 0, b"\x00\x01\x00\x02\x00\x03\x04", interlaced=1),
+    "refused_empty": b"",
+    "refused_cut_off": png(3, 2, 8, 0, b"\x00\x00\x80\xff" * 2)[:45],
+    "refused_rows_missing": png(3, 9, 8, 0, b"\x00\x00\x80\xff"),
+    "refused_promises_much": png(11000, 11000, 1, 0, b"\x00"),
+    "refused_palette_missing": png(4, 1, 2, 3, b"\x00\x1b"),
+}
+
+
 def write(fuzzer, name, data):
     folder = CORPUS / fuzzer
     folder.mkdir(parents=True, exist_ok=True)
@@ -162,3 +191,5 @@ for name, calls in STORAGE.items():
     write("fuzz_storage", name, bytes.fromhex(calls))
 for name, text in MODE_FILES.items():
     write("fuzz_param_file", name, text if isinstance(text, bytes) else text.encode())
+for name, data in PICTURES.items():
+    write("fuzz_picture", name, data)

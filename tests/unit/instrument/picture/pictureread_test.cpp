@@ -87,22 +87,47 @@ TEST(PictureRead, RefusesOrReadsEveryDamagedFile)
     }
 }
 
-/// A header of 33 bytes that promises 20000 by 20000 pixels must not take their memory.
-TEST(PictureRead, RefusesMorePixelsThanItsLimit)
+namespace {
+
+/// A file of one pixel whose header promises other sides.
+CBytes Png_Promising(std::uint32_t width, std::uint32_t height)
 {
     const CBytes pixels(1, 0);
     CBytes bytes = Png(1, 1, PNG_FORMAT_GRAY, pixels.data());
-    for (const std::size_t side : {16U, 20U}) { // width and height of the header, high byte first
-        bytes[side + 2] = 20000 >> 8;
-        bytes[side + 3] = 20000 & 0xFF;
-    }
-    const auto checksum = static_cast<std::uint32_t>(crc32(0, bytes.data() + 12, 17));
-    for (std::size_t i = 0; i < 4; ++i)
-        bytes[29 + i] = static_cast<std::uint8_t>(checksum >> (24 - 8 * i));
+    const auto put = [&bytes](std::size_t first, std::uint32_t number) { // high byte first
+        for (std::size_t i = 0; i < 4; ++i)
+            bytes[first + i] = static_cast<std::uint8_t>(number >> (24 - 8 * i));
+    };
+    put(16, width);
+    put(20, height);
+    put(29, static_cast<std::uint32_t>(crc32(0, bytes.data() + 12, 17)));
+    return bytes;
+}
+
+std::string Refusal(const CBytes& bytes)
+{
     try {
         Picture_Read(bytes);
-        FAIL() << "it was read";
     } catch (const std::runtime_error& error) {
-        EXPECT_STREQ(error.what(), "the picture cannot be read: 400000000 pixels are more than 134217728");
+        return error.what();
     }
+    return "it was read";
+}
+
+} // namespace
+
+TEST(PictureRead, RefusesMorePixelsThanItsLimit)
+{
+    EXPECT_EQ(Refusal(Png_Promising(20000, 20000)),
+              "the picture cannot be read: 400000000 pixels are more than 134217728");
+}
+
+/// Memory is for pictures that the bytes can hold.
+TEST(PictureRead, RefusesMorePixelsThanItsBytesCanHold)
+{
+    const CBytes bytes = Png_Promising(10000, 10000);
+    EXPECT_EQ(Refusal(bytes), "the picture cannot be read: " + std::to_string(bytes.size()) +
+                                  " bytes are too few for 100000000 pixels");
+    const CBytes white(std::size_t{4000} * 4000, 255); // and no more than that is asked of a good file
+    EXPECT_EQ(Picture_Read(Png(4000, 4000, PNG_FORMAT_GRAY, white.data())).pixels, white);
 }
