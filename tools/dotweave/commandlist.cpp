@@ -9,6 +9,7 @@
 #include "infocommand.h"
 #include "presetscommand.h"
 #include "rendercommand.h"
+#include "reportcommand.h"
 
 namespace dotweave {
 
@@ -35,6 +36,7 @@ std::vector<std::unique_ptr<CCommand>> CommandList_Make(CLI::App& app)
         CDutyCommand,     //
         CDiffCommand,     //
         CExportCommand,   //
+        CReportCommand,   //
         CPresetsCommand>(app);
 }
 
