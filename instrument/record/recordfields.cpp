@@ -54,14 +54,19 @@ std::span<const SRecordField> RecordFields()
     return FIELDS;
 }
 
-std::string RecordField_Option(const SRecordField& field)
+std::string OptionName(const char* fieldName)
 {
     std::string option = "--";
-    for (const char* c = field.name; *c != 0; ++c) {
+    for (const char* c = fieldName; *c != 0; ++c) {
         const bool isCapital = *c >= 'A' && *c <= 'Z';
         option += isCapital ? std::string{'-', static_cast<char>(*c - 'A' + 'a')} : std::string{*c};
     }
     return option;
+}
+
+std::string RecordField_Option(const SRecordField& field)
+{
+    return OptionName(field.name);
 }
 
 std::string RecordField_RangeText(const SRecordField& field)

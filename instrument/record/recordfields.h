@@ -47,6 +47,9 @@ inline constexpr SMaskParam RECORD_DEFAULT = {
 /// All twelve fields, in the order of SMaskParam.
 std::span<const SRecordField> RecordFields();
 
+/// The option on the command line for a name in a record: "--x-res-pass" for xResPass.
+std::string OptionName(const char* fieldName);
+
 /// The field's option on the command line: "--x-res-pass" for xResPass.
 std::string RecordField_Option(const SRecordField& field);
 

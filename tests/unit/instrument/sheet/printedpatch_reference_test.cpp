@@ -92,7 +92,7 @@ TEST(PrintedPatchReference, MovesThePaperTheSame)
     ExpectSame(RESOLUTION, errors, press);
 }
 
-TEST(PrintedPatchReference, TurnsTheHeadAndShiftsPasses)
+TEST(PrintedPatchReference, TurnsTheHeadAndShiftsEverySecondPass)
 {
     SSheetErrors errors;
     errors.tilt = -0.05;
