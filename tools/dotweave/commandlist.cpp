@@ -9,7 +9,7 @@
 #include "infocommand.h"
 #include "presetscommand.h"
 #include "rendercommand.h"
-#include "reportcommand.h"
+#include "simulatecommand.h"
 
 namespace dotweave {
 
@@ -31,12 +31,12 @@ std::vector<std::unique_ptr<CCommand>> CommandList_Make(CLI::App& app)
         CBuildCommand,    //
         CInfoCommand,     //
         CCheckCommand,    //
+        CSimulateCommand, //
         CRenderCommand,   //
         CCutTableCommand, //
         CDutyCommand,     //
         CDiffCommand,     //
         CExportCommand,   //
-        CReportCommand,   //
         CPresetsCommand>(app);
 }
 

@@ -73,7 +73,8 @@ CInfoCommand::CInfoCommand(CLI::App& app)
 EExitStatus CInfoCommand::Mode_Show(CConsole& console) const
 {
     const SMaskParam param = m_creation.Record();
-    const std::unique_ptr<CMaskData_Base> mask = Mask_Create(param, m_creation.IsLogShown(), console);
+    console.Quiet_Set(true); // the warnings are part of the data
+    const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(console);
     const SMaskSize size = MaskParam_Size(param);
     const ordered_json sizes = {{"maskBytes", size.maskBytes}, {"peakBytes", size.peakBytes}};
     const ordered_json geometry = Geometry_Json(*mask);

@@ -81,7 +81,32 @@ const SWrongCommand COMMANDS[] = {
      "the picture would have 1215812250 pixels; allowed: up to 268435456; --lines, --columns and --magnify "
      "make "
      "it smaller"},
+    // presses that do not exist
+    {"simulate --advance-constant 1.5", 2,
+     R"(--advance-constant: "1.5" is not allowed; allowed: a number from -1 to 1)"},
+    {"simulate --dead 544", 2,
+     R"(--dead: "544" is not allowed; allowed: nozzle rows from 0 to 543, such as 17,200-204)"},
+    {"simulate --dead 3,9-5", 2,
+     R"(--dead: "9-5" is not allowed; allowed: nozzle rows from 0 to 543, such as 17,200-204)"},
+    {"simulate --weak 17", 2,
+     R"(--weak: "17" is not allowed; allowed: nozzle rows from 0 to 543, each with a volume from 0 to 2, )"
+     "such as 17:0.5,200-204:0"},
+    {"simulate --paper 0.5 --ink 0.6", 2,
+     R"(--ink: "0.6" is not allowed; allowed: a number from 0.001 to 0.5)"},
+    {"simulate --tint 101", 2, R"(--tint: "101" is not allowed; allowed: a number from 0 to 100)"},
+    {"simulate --overlap wet", 2, R"(--overlap: "wet" is not allowed; allowed: union, density)"},
+    {"simulate --color 4", 2, R"(--color: "4" is not allowed; allowed: a whole number from 0 to 3)"},
+    {"simulate --image @/x.png --tint 40", 2,
+     "--image: the picture has a tint and a size; allowed without --tint, --lines, --columns"},
+    {"simulate --patch @/x --profile @/./x", 2,
+     R"(--profile: "@/./x" is also the file of --patch; allowed: another one)"},
+    {"simulate --json --patch -", 2,
+     "--json: standard output takes one thing at a time; allowed with it: files"},
+    {"simulate --image @/nothing.png", 4, "@/nothing.png: No such file or directory"},
+    {"check --unifrm", 2,
+     R"("--unifrm" is not an option; did you mean --uniform?; dotweave check --help tells more)"},
     // modes that are refused
+    {"check --color-times 9", 3, "colorTimes 9 is more than basePass 4; nearest that builds: colorTimes 4"},
     {"duty --param @/refused.json", 3,
      "colorTimes 9 is more than basePass 4; nearest that builds: colorTimes 4"},
     {"diff speed @/refused.json", 3,
