@@ -105,7 +105,12 @@ def is_code(line):
 def changes_of(path):
     """All changes that can be made to one file and are not explained."""
     explained = set()  # kinds, by the comments right above
+    is_elsewhere = False  # between the lines of another system
     for number, line in enumerate((ROOT / path).read_text(encoding="utf-8").splitlines(), 1):
+        if line.startswith("#if defined(_WIN32)"):
+            is_elsewhere = True
+        elif line.startswith(("#else", "#elif", "#endif")):
+            is_elsewhere = False
         if not line.strip().startswith("//"):
             own, explained = explained, set()
         else:
@@ -113,7 +118,7 @@ def changes_of(path):
         own |= set(EXPLANATION.findall(line))
         if own - KIND_NAMES:
             sys.exit(f"mutate.py: {path}:{number}: no such kind of change: {', '.join(own - KIND_NAMES)}")
-        if not is_code(line):
+        if is_elsewhere or not is_code(line):
             continue
         code = line.split(" //")[0].rstrip()
         for kind, pattern, replacement in KINDS:

@@ -144,6 +144,30 @@ MODE_FILES = {
     "byte_order_mark": b'\xef\xbb\xbf{"basePass": 2}',
 }
 
+# mask.json of a result: a small one, and changes of it.
+RESULT = {
+    "input": PLAIN,
+    "warnings": ["a warning"],
+    "geometry": dict(colorCount=1, positionCount=12, MaskHeight_IncludeRes=96, MaskWidth=544,
+                     MaskLineBytes_OneColor=68, BitsPerPixel=1),
+    "files": [dict(name="mask.bin", bytes=78336, crc32="0123abcd"),
+              dict(name="mask_c0_p0.png", bytes=5, crc32="00000000")],
+}
+RESULTS = {
+    "whole": {},
+    "two_bits": {"geometry": {**RESULT["geometry"], "BitsPerPixel": 2, "MaskWidth": 272}},
+    "no_files": {"files": []},
+    "refused_folder": {"files": [dict(name="../mask.bin", bytes=1, crc32="00000000")]},
+    "refused_checksum": {"files": [dict(name="mask.bin", bytes=1, crc32="+1234567")]},
+    "refused_bytes": {"files": [dict(name="mask.bin", bytes=-1, crc32="00000000")]},
+    "refused_too_wide": {"geometry": {**RESULT["geometry"], "MaskWidth": 545}},
+    "refused_too_many": {"geometry": {**RESULT["geometry"], "colorCount": MOST, "positionCount": MOST,
+                                      "MaskHeight_IncludeRes": MOST}},
+    "refused_mode": {"input": {"basePass": 0}},
+    "refused_list": {"geometry": []},
+    "refused_warning": {"warnings": [["nested"]]},
+}
+
 
 def png(width, height, bits, colour, rows, *chunks, interlaced=0):
     """A PNG file; rows are the filtered bytes before they are packed, chunks come before them."""
@@ -193,3 +217,5 @@ for name, text in MODE_FILES.items():
     write("fuzz_param_file", name, text if isinstance(text, bytes) else text.encode())
 for name, data in PICTURES.items():
     write("fuzz_picture", name, data)
+for name, changes in RESULTS.items():
+    write("fuzz_mask_json", name, json.dumps({**RESULT, **changes}).encode())

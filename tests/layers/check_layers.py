@@ -126,6 +126,8 @@ PLANTED = (
     ("src/dotweave/newunit.h", '#include "constants.h"', "is in no level"),
     ("instrument/record/recordjson.cpp", '#include "../../src/dotweave/constants.h"', "includes src/"),
     ("instrument/view/maskview.cpp", '#include "picture/maskpicture.h"', "includes instrument/picture/"),
+    ("instrument/sheet/tint.cpp", '#include "figures/lightness.h"', "includes instrument/figures/"),
+    ("instrument/figures/banding.cpp", "#include <kissfft/kissfft.hh>", "includes <kissfft/kissfft.hh>"),
     ("instrument/picture/maskpicture.cpp", "#include <fstream>", "has <fstream>"),
     ("instrument/picture/cuttableplot.cpp", "auto* file = std::fopen(name, mode);", "has fopen"),
     ("instrument/record/recordfields.cpp", "#include <CLI/CLI.hpp>", "includes <CLI/CLI.hpp>"),

@@ -9,6 +9,7 @@
 #include "infocommand.h"
 #include "presetscommand.h"
 #include "rendercommand.h"
+#include "reportcommand.h"
 #include "simulatecommand.h"
 
 namespace dotweave {
@@ -37,6 +38,7 @@ std::vector<std::unique_ptr<CCommand>> CommandList_Make(CLI::App& app)
         CDutyCommand,     //
         CDiffCommand,     //
         CExportCommand,   //
+        CReportCommand,   //
         CPresetsCommand>(app);
 }
 

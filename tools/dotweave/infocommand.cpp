@@ -73,8 +73,7 @@ CInfoCommand::CInfoCommand(CLI::App& app)
 EExitStatus CInfoCommand::Mode_Show(CConsole& console) const
 {
     const SMaskParam param = m_creation.Record();
-    console.Quiet_Set(true); // the warnings are part of the data
-    const std::unique_ptr<CMaskData_Base> mask = m_creation.Create(console);
+    const std::unique_ptr<CMaskData_Base> mask = Mask_Create(param, m_creation.IsLogShown(), console);
     const SMaskSize size = MaskParam_Size(param);
     const ordered_json sizes = {{"maskBytes", size.maskBytes}, {"peakBytes", size.peakBytes}};
     const ordered_json geometry = Geometry_Json(*mask);

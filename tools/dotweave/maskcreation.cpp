@@ -16,7 +16,11 @@ CMaskCreation::CMaskCreation(CLI::App& command) : m_recordOptions(command)
 
 std::unique_ptr<CMaskData_Base> CMaskCreation::Create(CConsole& console) const
 {
-    return Mask_Create(m_recordOptions.Record(), m_isLogShown, console);
+    const SMaskParam param = Record();
+    std::unique_ptr<CMaskData_Base> mask = Mask_Create(param, m_isLogShown, console);
+    for (const std::string& warning : MaskParam_Warnings(param))
+        console.Warning_Print(warning);
+    return mask;
 }
 
 std::unique_ptr<CMaskData_Base> Mask_Create(const SMaskParam& param, bool isLogShown, CConsole& console)
@@ -34,8 +38,6 @@ std::unique_ptr<CMaskData_Base> Mask_Create(const SMaskParam& param, bool isLogS
     if (!isCreated)
         throw CModeNotBuilt(reason.empty() ? "the library could not build this mode; its log is above"
                                            : reason);
-    for (const std::string& warning : MaskParam_Warnings(param))
-        console.Warning_Print(warning);
     return mask;
 }
 

@@ -18,9 +18,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Builds the mask object of a mode.
+/// Builds the mask object of a mode. Does not print the library's warnings about it.
 /// @param isLogShown  whether the console gets the library's log of a refused mode too
-/// @param console     takes the progress, the library's warnings, a line each, and what it logs
+/// @param console     takes the progress and what the library logs
 /// @throws CModeNotBuilt, std::bad_alloc
 std::unique_ptr<CMaskData_Base> Mask_Create(const SMaskParam& param, bool isLogShown, CConsole& console);
 
@@ -35,6 +35,8 @@ public:
     SMaskParam Record() const { return m_recordOptions.Record(); }
     /// Whether any option of a mode is given.
     bool IsModeGiven() const { return m_recordOptions.IsGiven(); }
+
+    bool IsLogShown() const { return m_isLogShown; }
 
     /// Builds the mask object of the mode that the parsed command line asks for.
     /// @param console  takes the progress, the library's warnings, a line each, and what it logs. A refused

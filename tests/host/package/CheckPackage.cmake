@@ -6,6 +6,17 @@ file(REMOVE_RECURSE ${SCRATCH_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${SCRATCH_DIR}/prefix)
 consumers_check(${SCRATCH_DIR} "${SCRATCH_DIR}/prefix")
 
+# The installed command finds its presets, and its pages are where their readers look.
+if(EXISTS ${SCRATCH_DIR}/prefix/bin/dotweave)
+    expect_output(${SCRATCH_DIR}/prefix/bin/dotweave "(^|\n)production +4 passes" presets)
+    foreach(file IN ITEMS share/man/man1/dotweave.1 share/bash-completion/completions/dotweave
+                          share/dotweave/presets/production.json share/dotweave/schemas/mask.schema.json)
+        if(NOT EXISTS ${SCRATCH_DIR}/prefix/${file})
+            message(FATAL_ERROR "${file} is not installed")
+        endif()
+    endforeach()
+endif()
+
 page_blocks_write(blocks ${SOURCE_DIR}/docs/host.md ${SCRATCH_DIR}/plain)
 set(commands ${blocks})
 list(FILTER commands INCLUDE REGEX "[.]sh$")

@@ -92,7 +92,7 @@ TEST(PrintedPatchReference, MovesThePaperTheSame)
     ExpectSame(RESOLUTION, errors, press);
 }
 
-TEST(PrintedPatchReference, TurnsTheHeadAndShiftsEverySecondPass)
+TEST(PrintedPatchReference, TurnsTheHeadAndShiftsPasses)
 {
     SSheetErrors errors;
     errors.tilt = -0.05;

@@ -168,7 +168,7 @@ TEST_F(PrintedPatch, PutsADotInTheMiddleOfItsPixel)
     EXPECT_NEAR(centre.y, 12.5, 0.005);
 }
 
-TEST_F(PrintedPatch, CoversPaperWhollyWhereDotsAreWideEnough)
+TEST_F(PrintedPatch, CoversPaperWhollyWithWideDots)
 {
     // A disc of the pixel's diagonal reaches its corners.
     options.dotDiameter = 1.5;
