@@ -1,5 +1,5 @@
-// Dots as sets of sample points, by the model of instrument/sheet/dotstamps.h. A cell is 4 by 4 sample points, one bit
-// each: bit 4 * row + column. Places are in eighths of a cell.
+// Dots as sets of sample points, by the model of instrument/sheet/dotstamps.h. A cell is 4 by 4 sample points,
+// one bit each: bit 4 * row + column. Places are in eighths of a cell.
 
 export const CELL_POINTS = 4;
 export const CELL_EIGHTHS = 8;
@@ -15,8 +15,8 @@ export function dotReach(diameter, cells) {
 }
 
 /**
- * The sample points of a dot: those nearest to its centre, as many as its area has. Of equally near points opposite
- * ones follow each other, so that the dot stays in balance.
+ * The sample points of a dot: those nearest to its centre, as many as its area has. Of equally near points
+ * opposite ones follow each other, so that the dot stays in balance.
  * @param shape   {diameter: row pitches, cellsX, cellsY: cells of a row pitch}
  * @param phaseX  place of the centre in its cell, 0 to 7; phaseY the same
  * @return        points {x, y}, from the first point of the centre's cell on

@@ -7,7 +7,8 @@ export function lightness(reflectance) {
 
 /**
  * Root mean square of a profile about its mean.
- * @param weights  of each number of waves, 0 to half the length; what the eye takes in of it. None: all count in full.
+ * @param weights  what the eye takes in of each number of waves, from 0 to half the length. None: all count in
+ *                 full.
  */
 export function bandingRms(profile, weights) {
   const count = profile.length;

@@ -12,7 +12,8 @@ export function profileScale(profiles) {
 
 /** Where a value is, from the left side of the plot on. */
 export function profilePlace(value, scale) {
-  return PROFILE_MARGIN + (value - scale.least) / (scale.most - scale.least) * (PROFILE_WIDTH - 2 * PROFILE_MARGIN);
+  const share = (value - scale.least) / (scale.most - scale.least);
+  return PROFILE_MARGIN + share * (PROFILE_WIDTH - 2 * PROFILE_MARGIN);
 }
 
 /** A profile as the path of an SVG element. */
@@ -30,7 +31,8 @@ export function profilePath(lines, scale, lineHeight) {
 export function profileSvg(lines, marked, height) {
   const scale = profileScale(marked ? [lines, marked] : [lines]);
   const lineHeight = height / lines.length;
-  let svg = `<svg class="plot" role="img" viewBox="0 0 ${PROFILE_WIDTH} ${height}" preserveAspectRatio="none">` +
+  let svg = `<svg class="plot" role="img" viewBox="0 0 ${PROFILE_WIDTH} ${height}" ` +
+    `preserveAspectRatio="none">` +
     `<title>L* of every line, from ${Math.min(...lines).toFixed(1)} to ${Math.max(...lines).toFixed(1)}; ` +
     `the scale goes from ${scale.least} to ${scale.most}</title>`;
   for (let value = scale.least; value <= scale.most; value += 10)

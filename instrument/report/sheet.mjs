@@ -1,6 +1,6 @@
-// Prints a window of the sheet with the errors of a press, from the map of which pass and nozzle row prints which
-// pixel. The model is that of instrument/sheet/printedpatch.h with the union of dots; its errors are those of
-// instrument/sheet/sheeterrors.h.
+// Prints a window of the sheet with the errors of a press, from the map of which pass and nozzle row prints
+// which pixel. The model is that of instrument/sheet/printedpatch.h with the union of dots; its errors are those
+// of instrument/sheet/sheeterrors.h.
 
 import {CELL_EIGHTHS, countPoints, dotReach, makeStamp, roundAway} from "./dots.mjs";
 
@@ -41,7 +41,7 @@ export class Sheet {
     return this.stamps.get(key);
   }
 
-  /** How far all moves up to a pass have taken it down the paper, in row pitches. Pass 0 is where it should be. */
+  /** How far the errors up to a pass have taken it down the paper, in row pitches. Pass 0 is in its place. */
   static shiftOfPass(number, advance) {
     let shift = 0;
     for (let move = 0; move < Math.abs(number); ++move)

@@ -10,8 +10,8 @@ const FIGURE_NAMES = [["meanLightness", "mean L*"], ["bandingRms", "banding, L*"
 
 /** The mark that has these errors, if Dotweave has printed them. */
 export function findMark(marks, errors, tint) {
-  return marks.find((mark) => Math.abs(mark.tint - tint) < 1e-9 && ["advance", "tilt", "bidirectional", "dead"]
-    .every((name) => Math.abs(mark[name] - errors[name]) < 1e-9));
+  const wanted = {...errors, tint};
+  return marks.find((mark) => Object.keys(wanted).every((name) => Math.abs(mark[name] - wanted[name]) < 1e-9));
 }
 
 /** Grey of a reflectance on a screen that shows paper as white: sRGB. */
@@ -71,11 +71,12 @@ export function startSketch(data) {
     showFigures(byId("figures"), figures, mark);
     for (const slider of sliders)
       byId(`${slider.dataset.error}-value`).textContent = slider.value;
+    const known = mark ? "has printed this setting: its profile is dashed." : "has not printed this setting.";
     const text = `Mean L* ${figures.meanLightness.toFixed(2)}, banding ${figures.bandingRms.toFixed(3)}; ` +
       `the profile goes from L* ${scale.least} at the left to ${scale.most} at the right. `;
-    byId("status").textContent = text +
-      (mark ? "Dotweave has printed this setting: its profile is dashed." : "Dotweave has not printed this setting.");
-    canvas.setAttribute("aria-label", `The sheet with these errors, mean L* ${figures.meanLightness.toFixed(1)}`);
+    byId("status").textContent = `${text}Dotweave ${known}`;
+    canvas.setAttribute("aria-label",
+      `The sheet with these errors, mean L* ${figures.meanLightness.toFixed(1)}`);
   };
   const set = (slider, value) => {
     slider.value = value;

@@ -51,6 +51,9 @@ class Page(HTMLParser):
         return [attributes for name, attributes in self.elements if name == tag]
 
 
+LOADS = re.compile(r"@import|url\(\s*['\"]?(?!data:)|\bfetch\(|XMLHttpRequest|WebSocket|^\s*import\b", re.MULTILINE)
+
+
 def page_mistakes(page):
     yield from page.mistakes
     ids = [attributes["id"] for _, attributes in page.elements if "id" in attributes]
@@ -70,13 +73,13 @@ def page_mistakes(page):
         if tag == "img" and not attributes.get("alt"):
             yield "a picture has no text alternative"
     labelled = [attributes.get("for") for attributes in page.all("label")]
-    for tag in ("input", "select"):
-        yield from (f"{control.get('id')} has no label" for control in page.all(tag) if control.get("id") not in labelled)
-    policies = [one.get("content", "") for one in page.all("meta") if one.get("http-equiv") == "Content-Security-Policy"]
+    controls = [attributes.get("id") for tag in ("input", "select") for attributes in page.all(tag)]
+    yield from (f"{control} has no label" for control in controls if control not in labelled)
+    policies = [one["content"] for one in page.all("meta") if one.get("http-equiv") == "Content-Security-Policy"]
     if len(policies) != 1 or "default-src 'none'" not in policies[0]:
         yield "the page may load files"
     for text in page.texts.values():
-        if re.search(r"@import|url\(\s*['\"]?(?!data:)|\bfetch\(|XMLHttpRequest|WebSocket|^\s*import\b", text, re.MULTILINE):
+        if LOADS.search(text):
             yield "a style or a script loads something"
 
 

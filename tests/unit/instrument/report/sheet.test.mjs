@@ -6,7 +6,7 @@ import {Sheet, decodeBits} from "../../../../instrument/report/sheet.mjs";
 
 const NO_ERRORS = {advance: 0, tilt: 0, bidirectional: 0, dead: -1};
 
-/** Two passes over 8 lines of 8 columns: even columns in pass 0, odd ones in pass 1, each line by the row of its number. */
+/** Two passes over 8 lines of 8 columns: even columns in pass 0, odd ones in pass 1; row y + 2 prints line y. */
 function smallData() {
   const lines = 12;
   const columns = 12; // two of margin at either side, and two lines above and below
