@@ -46,9 +46,9 @@ void Dots_Paint(SPixelPicture& picture, const SMaskLines& lines, const SMaskWind
     std::vector<std::uint8_t> pixels(static_cast<std::size_t>(lines.width));
     for (int y = 0; y < window.lineCount; ++y) {
         lines.Line_Unpack(window.firstLine + y, pixels.data());
+        const std::uint8_t* const first = pixels.data() + window.firstColumn;
         for (int x = 0; x < window.columnCount; ++x) {
-            const bool isDot = pixels[static_cast<std::size_t>(window.firstColumn + x)] != 0;
-            if (isDot)
+            if (first[x] != 0)
                 Rect_Paint(picture, plan.left + x * size, plan.top + y * size, size - gap, size - gap, INK);
         }
     }

@@ -72,7 +72,7 @@ std::uint32_t Checksum(const json& file, const std::string& source)
     std::uint32_t checksum = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), checksum, 16);
     if (text.size() != DIGITS || read.ptr != text.data() + text.size())
-        Refuse(source, "\"crc32\" is \"" + Text_Quote(text) + "\" instead of eight hexadecimal digits");
+        Refuse(source, R"("crc32" is ")" + Text_Quote(text) + "\" instead of eight hexadecimal digits");
     return checksum;
 }
 

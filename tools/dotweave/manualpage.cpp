@@ -134,7 +134,7 @@ std::string ManualPage_Make(const CLI::App& app)
 {
     const std::vector<const CLI::App*> commands = app.get_subcommands([](const CLI::App*) { return true; });
     std::ostringstream page;
-    page << ".TH DOTWEAVE 1 \"\" \"dotweave " << DOTWEAVE_VERSION_STRING << "\" \"User Commands\"\n"
+    page << R"(.TH DOTWEAVE 1 "" "dotweave )" << DOTWEAVE_VERSION_STRING << R"(" "User Commands")" << '\n'
          << ".SH NAME\ndotweave \\- pass masks for multi\\-pass inkjet presses\n"
          << ".SH SYNOPSIS\n.B dotweave\n.I COMMAND\n[\\fIOPTIONS\\fR]\n"
          << ".SH DESCRIPTION\n"

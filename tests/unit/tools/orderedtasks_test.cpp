@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <latch>
 #include <numeric>
 #include <stdexcept>
 #include <string>
@@ -20,6 +21,21 @@ TEST(OrderedTasks, ResultsAreTakenInOrder)
         for (int i = 0; i < count; ++i)
             EXPECT_EQ(taken[static_cast<std::size_t>(i)], i * i);
     }
+}
+
+/// Each of two tasks waits for the other, which never comes when one runs after the other.
+TEST(OrderedTasks, TasksRunAtTheSameTime)
+{
+    std::latch both(2);
+    int taken = 0;
+    OrderedTasks_Run(
+        2,
+        [&both](int i) {
+            both.arrive_and_wait();
+            return i;
+        },
+        [&taken](int) { ++taken; });
+    EXPECT_EQ(taken, 2);
 }
 
 TEST(OrderedTasks, AnErrorOfATaskIsPassedOn)
