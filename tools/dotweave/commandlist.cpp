@@ -2,6 +2,7 @@
 
 #include "buildcommand.h"
 #include "checkcommand.h"
+#include "comparecommand.h"
 #include "cuttablecommand.h"
 #include "diffcommand.h"
 #include "dutycommand.h"
@@ -33,6 +34,7 @@ std::vector<std::unique_ptr<CCommand>> CommandList_Make(CLI::App& app)
         CInfoCommand,     //
         CCheckCommand,    //
         CSimulateCommand, //
+        CCompareCommand,  //
         CRenderCommand,   //
         CCutTableCommand, //
         CDutyCommand,     //

@@ -67,6 +67,8 @@ def schemas(tool, folder, root, *_):
     check("duty", tool.run("duty", "--json", *MODE))
     check("presets", tool.run("presets", "--json"))
     check("check", tool.run("check", "--json", *MODE))
+    check("compare", tool.run("compare", "--json", "speed", "speed-smooth-3", "--height", "64", "--width", "32",
+                              "--advances", "0,0.5"))
     check("simulate", tool.run("simulate", "--json", "--dead", "1-3", "--weak", "5:0.5", "--lines", "64", *MODE))
     check("check", tool.run("check", "--json", "--uniform", "--feather-nozzle-type", "smooth-3-sine", *MODE, statuses=(1,)))
     check("diff", tool.run("diff", "--json", result, result))
