@@ -15,6 +15,11 @@ bool File_Sync(std::FILE*)
 
 void Folder_Sync(const std::filesystem::path&) {}
 
+bool Folder_IsOwn(const std::filesystem::path& path, const std::filesystem::path&)
+{
+    return std::filesystem::is_directory(std::filesystem::symlink_status(path));
+}
+
 void Owner_Copy(const std::filesystem::path&, const std::filesystem::path&) {}
 
 void StandardStreams_Occupy() {}
@@ -46,6 +51,23 @@ void Folder_Sync(const std::filesystem::path& folder)
         return;
     static_cast<void>(fsync(descriptor));
     static_cast<void>(close(descriptor));
+}
+
+bool Folder_IsOwn(const std::filesystem::path& path, const std::filesystem::path& also)
+{
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) != 0)
+        throw CFileError(path, errno);
+    if (!S_ISDIR(status.st_mode))
+        return false;
+    if (status.st_uid == geteuid())
+        return true;
+    if (also.empty())
+        return false;
+    struct stat alsoStatus = {};
+    if (stat(also.c_str(), &alsoStatus) != 0)
+        throw CFileError(also, errno);
+    return status.st_uid == alsoStatus.st_uid;
 }
 
 void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& to)

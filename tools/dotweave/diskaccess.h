@@ -16,6 +16,11 @@ bool File_Sync(std::FILE* file);
 /// Waits until the names in a folder are on the disk, as far as the system can tell.
 void Folder_Sync(const std::filesystem::path& folder);
 
+/// Whether a path is a folder, no link to one, of the user that this process acts for.
+/// @param also  a folder whose owner may own it too; empty for none
+/// @throws CFileError when the system does not say
+bool Folder_IsOwn(const std::filesystem::path& path, const std::filesystem::path& also = {});
+
 /// Gives a new file the mode of an older one, if there is one, and its owner where the system lets us.
 /// @throws CFileError when the mode cannot be kept: others could then read what they could not before
 void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& to);

@@ -38,6 +38,35 @@ void Files_Move(const fs::path& ready, const fs::path& directory)
         fs::rename(ready / STAGING_NEW / LAST_FILE, directory / LAST_FILE);
 }
 
+bool IsStagingName(const std::string& name)
+{
+    const std::string prefix = STAGING_PREFIX;
+    return name.size() > prefix.size() && name.compare(0, prefix.size(), prefix) == 0 &&
+           name.find_first_not_of("0123456789", prefix.size()) == std::string::npos;
+}
+
+/// Removes a staging folder with its files. One that has anything else in it is not ours and stays whole.
+void Staging_Remove(const fs::path& staging)
+{
+    std::vector<fs::path> files;
+    std::vector<fs::path> folders;
+    for (const fs::directory_entry& folder : fs::directory_iterator(staging)) {
+        const fs::path name = folder.path().filename();
+        if ((name != STAGING_NEW && name != STAGING_RETIRED) || !Folder_IsOwn(folder.path()))
+            return;
+        folders.push_back(folder.path());
+        for (const fs::directory_entry& file : fs::directory_iterator(folder.path())) {
+            if (!fs::is_regular_file(file.symlink_status()))
+                return;
+            files.push_back(file.path());
+        }
+    }
+    folders.push_back(staging);
+    for (const std::vector<fs::path>* paths : {&files, &folders})
+        for (const fs::path& path : *paths)
+            fs::remove(path); // takes only an empty folder
+}
+
 } // namespace
 
 void ReadyFolder_Finish(const fs::path& directory)
@@ -65,11 +94,17 @@ void Staging_RemoveAbandoned(const fs::path& directory)
 {
     std::error_code ignored;
     for (const fs::directory_entry& entry : fs::directory_iterator(directory, ignored)) {
-        const std::string name = entry.path().filename().string();
-        if (name.rfind(STAGING_PREFIX, 0) != 0 || !fs::is_directory(entry.symlink_status(ignored)))
+        if (!IsStagingName(entry.path().filename().string()))
             continue;
-        if (CFolderLock(entry.path(), CFolderLock::Wait_Never).IsHeld()) // nobody is at work in it
-            fs::remove_all(entry.path(), ignored);
+        try {
+            if (Folder_IsOwn(entry.path()) &&
+                CFolderLock(entry.path(), CFolderLock::Wait_Never).IsHeld()) // nobody is at work in it
+                Staging_Remove(entry.path());
+        } catch (const CFileError&) { // perhaps its run has just removed it
+            continue;
+        } catch (const fs::filesystem_error&) {
+            continue;
+        }
     }
 }
 

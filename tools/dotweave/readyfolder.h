@@ -19,7 +19,9 @@ inline constexpr char STAGING_RETIRED[] = "retired";
 /// @throws CFileError that names the ready folder when a file cannot be moved
 void ReadyFolder_Finish(const std::filesystem::path& directory);
 
-/// Removes staging folders whose run has ended without removing them. The caller has locked the directory.
+/// Removes staging folders whose run has ended without removing them: folders of our own, named as
+/// CStagedFiles names them, with nothing in them but what it writes. One that cannot be removed stays. The
+/// caller has locked the directory.
 void Staging_RemoveAbandoned(const std::filesystem::path& directory);
 
 } // namespace dotweave

@@ -163,6 +163,27 @@ TEST_F(StagedFiles, WhatAKilledRunLeavesIsRemoved)
     EXPECT_EQ(File_Read(directory.Sub("a")), "second");
 }
 
+TEST_F(StagedFiles, OnlyWhatARunMakesIsRemoved)
+{
+    const CNames files = {".dotweave-/new/a", ".dotweave-notes/new/a", ".dotweave-17x/new/a",
+                          ".dotweave-18/a",   ".dotweave-19/old/a",    ".dotweave-20/new/a/b"};
+    for (const std::string& file : files) {
+        fs::create_directories(fs::path(directory.Sub(file)).parent_path());
+        File_Write(directory.Sub(file), "the user's");
+    }
+    fs::create_directory_symlink(".dotweave-notes", directory.Sub(".dotweave-21"));
+    for (const char* name : {".dotweave-18/new", ".dotweave-22/new"}) {
+        fs::create_directories(directory.Sub(name));
+        File_Write(directory.Sub(name) + "/b", "half of");
+    }
+    const CStagedFiles next(directory.Path());
+    for (const std::string& file : files)
+        EXPECT_TRUE(fs::exists(directory.Sub(file))) << file;
+    EXPECT_TRUE(fs::is_symlink(directory.Sub(".dotweave-21")));
+    EXPECT_TRUE(fs::exists(directory.Sub(".dotweave-18/new/b"))) << "all or nothing";
+    EXPECT_FALSE(fs::exists(directory.Sub(".dotweave-22")));
+}
+
 TEST_F(StagedFiles, RetireWhatARunAtTheSameTimePlaced)
 {
     CStagedFiles first(directory.Path());
