@@ -90,6 +90,7 @@ std::vector<double> Scale_Labels(const SScale& scale)
     std::vector<double> labels;
     const double first = std::ceil(scale.least / scale.step - 1e-9);
     const auto count = static_cast<int>(std::floor(scale.most / scale.step + 1e-6) - first) + 1;
+    labels.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         labels.push_back((first + i) * scale.step);
     return labels;

@@ -43,11 +43,11 @@ std::string Colour_Text(const CColour& colour)
 /// The turn that prints each pixel first, row-major; -1 for none.
 std::vector<int> Turns(const CIdealSheet& sheet)
 {
-    std::vector<int> turns;
-    turns.reserve(sheet.Counts().size());
+    std::vector<int> turns(sheet.Counts().size());
+    auto turn = turns.begin();
     for (int line = 0; line < sheet.LineCount(); ++line) {
         for (int column = 0; column < sheet.ColumnCount(); ++column)
-            turns.push_back(sheet.FirstTurn(line, column));
+            *turn++ = sheet.FirstTurn(line, column);
     }
     return turns;
 }
