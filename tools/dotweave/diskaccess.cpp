@@ -47,10 +47,15 @@ bool File_Sync(std::FILE* file)
 void Folder_Sync(const std::filesystem::path& folder)
 {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
+    if (descriptor < 0 && errno == EACCES) // a parent folder in which we may write but not read
         return;
-    static_cast<void>(fsync(descriptor));
+    if (descriptor < 0)
+        throw CFileError(folder, errno);
+    const bool isSynced = fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+    const int error = errno;
     static_cast<void>(close(descriptor));
+    if (!isSynced)
+        throw CFileError(folder, error);
 }
 
 bool Folder_IsOwn(const std::filesystem::path& path, const std::filesystem::path& also)

@@ -13,7 +13,8 @@ namespace dotweave {
 /// @return false with errno set when it may not be
 bool File_Sync(std::FILE* file);
 
-/// Waits until the names in a folder are on the disk, as far as the system can tell.
+/// Waits until the names in a folder are on the disk, where the file system can sync folders and we may read it.
+/// @throws CFileError when they may not be
 void Folder_Sync(const std::filesystem::path& folder);
 
 /// Whether a path is a folder, no link to one, of the user that this process acts for.

@@ -40,7 +40,7 @@ CStagedFiles::CStagedFiles(fs::path directory)
     try { // the destructor of an object whose constructor throws is not run
         fs::create_directories(m_directory);
         const CFolderLock lock(m_directory, CFolderLock::Wait_Forever);
-        ReadyFolder_Finish(m_directory);
+        ReadyFolder_Finish(m_directory, ReadyFolder_OfEarlierRun);
         Staging_RemoveAbandoned(m_directory);
         Staging_Create();
     } catch (...) {
@@ -110,7 +110,7 @@ void CStagedFiles::Check() const
 void CStagedFiles::Place()
 {
     const CFolderLock lock(m_directory, CFolderLock::Wait_Forever);
-    ReadyFolder_Finish(m_directory);
+    ReadyFolder_Finish(m_directory, ReadyFolder_OfEarlierRun);
     Retired_Find();
     Check();
     for (const std::string& name : m_retired)
@@ -122,11 +122,13 @@ void CStagedFiles::Place()
     }
     Folder_Sync(m_staging / STAGING_NEW);
     Folder_Sync(m_staging / STAGING_RETIRED);
+    Folder_Sync(m_staging);
+    for (const fs::path& made : m_madeDirectories)
+        Folder_Sync(made.has_parent_path() ? made.parent_path() : fs::path("."));
     fs::rename(m_staging, m_directory / STAGING_READY); // the decision
     m_isPlaced = true;
     m_stagingLock.reset(); // so that there is a file handle for the moves
-    Folder_Sync(m_directory);
-    ReadyFolder_Finish(m_directory);
+    ReadyFolder_Finish(m_directory, ReadyFolder_OfThisRun);
 }
 
 } // namespace dotweave

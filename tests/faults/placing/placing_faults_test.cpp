@@ -1,6 +1,9 @@
 #include "placingfolder.h"
 
+#include <unistd.h>
+
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <set>
@@ -102,15 +105,53 @@ TEST_F(PlacingFaults, WhatIsNotOnTheDiskDoesNotCount)
 {
     Older_Put(0);
     const int fileCount = static_cast<int>(Result(1).size()) - 1; // the user's is not ours
-    for (int number = 0; number < fileCount; ++number) {
+    for (int number = 0; number < fileCount + 3; ++number) {      // then the staging folder and the two in it
         SCOPED_TRACE(number);
         const SRunEnd run = Run(1, {EDiskFault::Once, number, "fsync", EIO, 0});
         EXPECT_NE(run.message.find("Input/output error"), std::string::npos) << run.message;
         EXPECT_TRUE(SFolder::Read(folder).files == Result(0));
     }
+    const SRunEnd decided = Run(1, {EDiskFault::Once, fileCount + 3, "fsync", EIO, 0});
+    EXPECT_EQ(decided.message, (folder / ".dotweave-ready").string() +
+                                   ": the new result is complete here, but not all its files are in place: " +
+                                   folder.string() +
+                                   ": Input/output error; the next run into this folder moves them");
+    NextRun_Begin(folder);
+    EXPECT_TRUE(SFolder::Read(folder).files == Result(1));
     EXPECT_TRUE(Run(1, {EDiskFault::SameForGood, 0, "fsync", EINVAL, 0}).isGood)
         << "nothing can be synced there";
     EXPECT_TRUE(SFolder::Read(folder).files == Result(1));
+}
+
+TEST_F(PlacingFaults, AnEarlierRunsResultIsNotCalledNew)
+{
+    Older_Put(0);
+    static_cast<void>(Run(1, {EDiskFault::SignalBefore, 1, "rename", 0, SIGKILL}));
+    ASSERT_TRUE(SFolder::Read(folder).hasReady);
+    const SRunEnd run = Run(2, {EDiskFault::Once, 0, "rename", EIO, 0});
+    EXPECT_NE(run.message.find(": an earlier run's result is complete here"), std::string::npos);
+    EXPECT_EQ(Run(2, {EDiskFault::Once, 1, "lstat", EIO, 0}).message,
+              (folder / ".dotweave-ready").string() + ": Input/output error");
+}
+
+/// Only root can put a folder of somebody else's there.
+TEST_F(PlacingFaults, AForeignFolderIsNeitherMovedNorRemoved)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "needs root";
+    constexpr uid_t NOBODY = 65534;
+    Older_Put(0);
+    for (const char* name : {".dotweave-ready", ".dotweave-17"}) {
+        fs::create_directories(folder / name / "new");
+        ASSERT_EQ(chown((folder / name).c_str(), NOBODY, NOBODY), 0);
+    }
+    EXPECT_EQ(Run(1, {}).message, (folder / ".dotweave-ready").string() +
+                                      ": is not a folder that you or the owner of " + folder.string() +
+                                      " made; remove it");
+    ASSERT_EQ(chown(folder.c_str(), NOBODY, NOBODY), 0);
+    NextRun_Begin(folder); // the ready folder is now that of the result folder's owner
+    EXPECT_FALSE(fs::exists(folder / ".dotweave-ready"));
+    EXPECT_TRUE(fs::exists(folder / ".dotweave-17/new"));
 }
 
 TEST_F(PlacingFaults, AFileSystemWithoutLocksIsUsed)

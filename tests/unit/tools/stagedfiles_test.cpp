@@ -142,10 +142,52 @@ TEST_F(StagedFiles, WhatCannotBeMovedIsKeptAndNamed)
     } catch (const CFileError& error) {
         EXPECT_EQ(error.what(),
                   ready.string() +
-                      ": the new result is complete here, but not all its files are in place: Is a "
-                      "directory; the next run into this folder moves them");
+                      ": an earlier run's result is complete here, but not all its files are in place: " +
+                      directory.Sub("a") + ": is no regular file; the next run into this folder moves them");
     }
     EXPECT_EQ(File_Read(ready / "new/a"), "new a");
+}
+
+TEST_F(StagedFiles, AReadyFolderWithLinksIsRefused)
+{
+    const fs::path elsewhere = directory.Sub("elsewhere");
+    for (const char* folder : {"new", "retired"})
+        fs::create_directories(elsewhere / folder);
+    File_Write(elsewhere / "new/a", "not ours");
+    File_Write(elsewhere / "retired/other", "");
+    const fs::path ready = directory.Sub(".dotweave-ready");
+    for (const char* link : {"", "new", "retired"}) {
+        SCOPED_TRACE(link);
+        if (*link != '\0')
+            for (const char* folder : {"new", "retired"})
+                fs::create_directories(ready / folder);
+        const fs::path path = *link == '\0' ? ready : ready / link;
+        fs::remove(path);
+        fs::create_directory_symlink(elsewhere / link, path);
+        try {
+            const CStagedFiles files(directory.Path());
+            ADD_FAILURE() << "trusted";
+        } catch (const CFileError& error) {
+            EXPECT_EQ(error.what(), path.string() + ": is not a folder that you or the owner of " +
+                                        directory.Path().string() + " made; remove it");
+        }
+        fs::remove_all(ready);
+        EXPECT_EQ(Texts(), "old a; elsewhere/ " + OLD.substr(7));
+    }
+}
+
+TEST_F(StagedFiles, AReadyFolderWithoutNewFilesIsNamed)
+{
+    fs::create_directories(directory.Sub(".dotweave-ready/retired"));
+    try {
+        const CStagedFiles files(directory.Path());
+        ADD_FAILURE() << "trusted";
+    } catch (const CFileError& error) {
+        EXPECT_EQ(error.what(), directory.Sub(".dotweave-ready") + ": has no folder \"new\"; remove it");
+    }
+    fs::remove(directory.Sub(".dotweave-ready/retired")); // as after a kill at the very end
+    const CStagedFiles files(directory.Path());
+    EXPECT_FALSE(fs::exists(directory.Sub(".dotweave-ready")));
 }
 
 TEST_F(StagedFiles, WhatAKilledRunLeavesIsRemoved)
