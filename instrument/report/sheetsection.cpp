@@ -58,6 +58,7 @@ std::string Counts_Html(const CIdealSheet& cycle)
     for (const std::uint8_t count : cycle.Counts())
         ++shares[count];
     std::vector<std::vector<std::string>> rows;
+    rows.reserve(shares.size());
     for (const auto& [count, pixels] : shares)
         rows.push_back(
             {Count_Text(count, "time", "times"), std::to_string(pixels),
