@@ -34,7 +34,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 # Product code, and the test programs that run it, quickest first.
 AREAS = {
-    "src/dotweave": ("unit_test", "conformance_test", "failure_test"),
+    "src/dotweave": ("unit_test", "memory_test", "conformance_test", "failure_test"),
     "platform": ("platform_test",),
     "instrument": ("instrument_test", "tool_test"),
     "tools/dotweave": ("tool_test", "placing_test"),
