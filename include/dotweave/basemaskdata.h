@@ -4,9 +4,10 @@
 
 #include <cstdint>
 
-/// Working copies of the threshold matrices: one plane per colour, plane i from matrix i modulo 16.
+/// The thresholds that colours are cut from: one plane per colour, plane i from matrix i modulo 16. Create
+/// copies them; in the library's own assembly they are rows of the table.
 /// Shape:         every plane has Height() rows of Width() thresholds, row-major.
-/// Lifetime:      create once on a fresh object; the destructor frees the planes.
+/// Lifetime:      create once on a fresh object; the destructor frees the planes that were copied.
 /// Copies:        shallow. Both objects then share the planes, and only one may be destroyed.
 /// Thread-safety: belongs to the thread that made it; the planes may be read by any number of threads.
 class DOTWEAVE_API CBaseMaskData {

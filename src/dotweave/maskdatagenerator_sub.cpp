@@ -73,14 +73,18 @@ void CMaskDataGenerator_Sub::Finally()
 }
 
 /// Tells the producer, which may sleep until somebody returns an item. An item that this worker has not
-/// written leaves the output incomplete, so the other workers need not write the items that wait.
+/// written leaves the output incomplete, so the other workers need not write the items that wait. Dropping
+/// them resets the event of their queue, perhaps after the last set of it, so it is set again. The free
+/// queue's flag makes a worker that returns an item at the same time set that queue's event again too.
 void CMaskDataGenerator_Sub::End_Announce()
 {
     const bool isItemLost = m_pSourceData != nullptr && m_processState != ProcessState_Complete;
-    m_end = isItemLost ? EEnd::ItemLost : EEnd::Clean;
-    if (isItemLost)
+    if (isItemLost) {
         m_pQueueBuffer->m_queue_Work->Clear();
-    m_pQueueBuffer->m_queue_Free->NotEmpty_Set();
+        m_pQueueBuffer->m_queue_Work->NotEmpty_Set();
+    }
+    m_end = isItemLost ? EEnd::ItemLost : EEnd::Clean;
+    m_pQueueBuffer->m_queue_Free->AddFinished_Set();
 }
 
 bool CMaskDataGenerator_Sub::OneLoop_ByState()
@@ -204,9 +208,12 @@ void CMaskDataGenerator_Sub::Lines_Merge(int blockRow, SRowRange rows)
 
 bool CMaskDataGenerator_Sub::CompleteOneSourceData()
 {
-    if (!m_pQueueBuffer->m_queue_Free->Push(m_pSourceData))
+    CKelPtrQueue<SMaskDataGenerate_SubParam>& freeItems = *m_pQueueBuffer->m_queue_Free;
+    if (!freeItems.Push(m_pSourceData))
         return Log_Failure(UNIT, "bool __cdecl CMaskDataGenerator_Sub::CompleteOneSourceData(void)",
                            __LINE__);
+    if (freeItems.AddFinished_Get())
+        freeItems.NotEmpty_Set(); // our push may have reset what a worker that ended has set
     m_pSourceData = nullptr;
     m_processState = ProcessState_WaitForWork;
     return true;
