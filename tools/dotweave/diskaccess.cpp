@@ -83,10 +83,16 @@ void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& 
             return;
         throw CFileError(from, errno);
     }
-    const bool isOwned =
-        chown(to.c_str(), status.st_uid, status.st_gid) == 0; // of other users: root alone may
-    // After chown, which clears bits. Set-user-id and the like go only with the owner.
-    if (chmod(to.c_str(), status.st_mode & (isOwned ? 07777U : 00777U)) != 0)
+    mode_t mode = status.st_mode & 07777U;
+    if (chown(to.c_str(), status.st_uid, status.st_gid) != 0) { // of other users: root alone may
+        mode &= 00777U;                                         // set-user-id and the like go with the owner
+        if (chown(to.c_str(), static_cast<uid_t>(-1), status.st_gid) != 0)
+            mode &= ~00070U | (mode & 00007U) << 3U; // in another group
+    }
+    struct stat toStatus = {}; // after chown, which clears bits
+    if (stat(to.c_str(), &toStatus) != 0)
+        throw CFileError(to, errno);
+    if ((toStatus.st_mode & 07777U) != mode && chmod(to.c_str(), mode) != 0)
         throw CFileError(from, errno);
 }
 

@@ -13,7 +13,8 @@ namespace dotweave {
 /// @return false with errno set when it may not be
 bool File_Sync(std::FILE* file);
 
-/// Waits until the names in a folder are on the disk, where the file system can sync folders and we may read it.
+/// Waits until the names in a folder are on the disk, where the file system can sync folders and we may read
+/// this one.
 /// @throws CFileError when they may not be
 void Folder_Sync(const std::filesystem::path& folder);
 
@@ -22,7 +23,8 @@ void Folder_Sync(const std::filesystem::path& folder);
 /// @throws CFileError when the system does not say
 bool Folder_IsOwn(const std::filesystem::path& path, const std::filesystem::path& also = {});
 
-/// Gives a new file the mode of an older one, if there is one, and its owner where the system lets us.
+/// Gives a new file the mode of an older one, if there is one, and its owner and group where the system lets
+/// us. Where it keeps another group, that group may do no more than everybody.
 /// @throws CFileError when the mode cannot be kept: others could then read what they could not before
 void Owner_Copy(const std::filesystem::path& from, const std::filesystem::path& to);
 

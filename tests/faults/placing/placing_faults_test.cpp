@@ -177,4 +177,25 @@ TEST_F(PlacingFaults, AModeThatIsNotKeptIsAnError)
     EXPECT_EQ(fs::status(folder / "mask.bin").permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST_F(PlacingFaults, AnEqualModeIsNotSet)
+{
+    Older_Put(0);
+    fs::permissions(folder / "mask.bin", fs::status(folder / "mask.json").permissions());
+    EXPECT_TRUE(Run(1, {EDiskFault::SameForGood, 0, "chmod", EPERM, 0}).isGood);
+}
+
+/// A new file in another group opens to that group no more than to everybody.
+TEST_F(PlacingFaults, AGroupThatIsNotKeptGetsNoRights)
+{
+    Older_Put(0);
+    const auto modeAfter = [this](fs::perms older, EDiskFault fault) {
+        fs::permissions(folder / "mask.bin", older);
+        EXPECT_TRUE(Run(1, {fault, 0, "chown", EPERM, 0}).isGood);
+        return fs::status(folder / "mask.bin").permissions();
+    };
+    EXPECT_EQ(modeAfter(fs::perms{0660}, EDiskFault::SameForGood), fs::perms{0600});
+    EXPECT_EQ(modeAfter(fs::perms{0664}, EDiskFault::SameForGood), fs::perms{0644});
+    EXPECT_EQ(modeAfter(fs::perms{0660}, EDiskFault::None), fs::perms{0660});
+}
+
 } // namespace

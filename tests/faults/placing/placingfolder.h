@@ -48,6 +48,7 @@ protected:
         std::filesystem::create_directory(folder);
         for (const auto& [name, content] : m_results.at(static_cast<std::size_t>(i)))
             File_Write(folder / name, content);
+        std::filesystem::permissions(folder / "mask.bin", std::filesystem::perms{0600}); // is kept
     }
 
     SRunEnd Run(int i, const SDiskPlan& plan) { return CPlacingRun(*Mask(i), folder, plan).Wait(); }
