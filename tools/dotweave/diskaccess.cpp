@@ -1,6 +1,7 @@
 #include "diskaccess.h"
 
 #include "fileerror.h"
+#include "interruptguard.h"
 
 #include <cerrno>
 
@@ -24,7 +25,8 @@ void Owner_Copy(const std::filesystem::path&, const std::filesystem::path&) {}
 
 void StandardStreams_Occupy() {}
 
-CFolderLock::CFolderLock(const std::filesystem::path&, EWait) : m_isHeld(true) {}
+// Without locks no other run's folder may look abandoned.
+CFolderLock::CFolderLock(const std::filesystem::path&, EWait wait) : m_isHeld(wait == Wait_Forever) {}
 
 CFolderLock::~CFolderLock() = default;
 
@@ -37,7 +39,18 @@ CFolderLock::~CFolderLock() = default;
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <thread>
+
 namespace dotweave {
+
+using std::chrono::milliseconds;
+
+static constexpr milliseconds POLL_FIRST{1}; // most runs hold a folder for a moment only
+static constexpr milliseconds POLL_LONGEST{64};
+static constexpr milliseconds SILENT_WAIT{1000};
 
 bool File_Sync(std::FILE* file)
 {
@@ -108,19 +121,38 @@ CFolderLock::CFolderLock(const std::filesystem::path& folder, EWait wait)
 {
     if (m_descriptor < 0)
         throw CFileError(folder, errno);
+    try {
+        milliseconds pause = POLL_FIRST;
+        milliseconds waited{0};
+        bool isTold = false;
+        while (!(m_isHeld = TryLock()) && errno == EWOULDBLOCK && wait == Wait_Forever) {
+            CInterruptGuard::Check(); // a lock that the system waits for could not be interrupted
+            std::this_thread::sleep_for(pause);
+            waited += pause;
+            pause = std::min(2 * pause, POLL_LONGEST);
+            if (waited >= SILENT_WAIT && !isTold) {
+                std::cerr << "dotweave: waiting for another run in " << Text_Quote(folder.string())
+                          << std::endl;
+                isTold = true;
+            }
+        }
+        // A file system without locks never gives one; runs at the same time are then not kept apart.
+        if (!m_isHeld && errno != EWOULDBLOCK && errno != EOPNOTSUPP && errno != ENOSYS && errno != EINVAL)
+            throw CFileError(folder, errno);
+    } catch (...) {
+        static_cast<void>(close(m_descriptor));
+        throw;
+    }
+}
+
+/// @return false with errno set
+bool CFolderLock::TryLock() const
+{
     int result = 0;
     do
-        result = flock(m_descriptor, LOCK_EX | (wait == Wait_Never ? LOCK_NB : 0));
+        result = flock(m_descriptor, LOCK_EX | LOCK_NB);
     while (result != 0 && errno == EINTR);
-    m_isHeld = result == 0;
-    // A file system without locks never gives one; runs at the same time are then not kept apart.
-    const bool isUsual =
-        m_isHeld || errno == EWOULDBLOCK || errno == EOPNOTSUPP || errno == ENOSYS || errno == EINVAL;
-    if (!isUsual) {
-        const int error = errno;
-        static_cast<void>(close(m_descriptor));
-        throw CFileError(folder, error);
-    }
+    return result == 0;
 }
 
 CFolderLock::~CFolderLock()

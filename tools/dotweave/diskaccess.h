@@ -37,7 +37,9 @@ class CFolderLock {
 public:
     enum EWait { Wait_Never, Wait_Forever };
 
+    /// Says on standard error, once, when it waits for longer than a second.
     /// @throws CFileError when the folder cannot be opened or the system fails to lock it
+    /// @throws CInterrupted when the user ends the run while it waits
     CFolderLock(const std::filesystem::path& folder, EWait wait);
     CFolderLock(const CFolderLock&) = delete;
     CFolderLock& operator=(const CFolderLock&) = delete;
@@ -47,6 +49,8 @@ public:
     bool IsHeld() const { return m_isHeld; }
 
 private:
+    bool TryLock() const;
+
     int m_descriptor = -1;
     bool m_isHeld = false;
 };

@@ -2,6 +2,10 @@
 #include "temporarydirectory.h"
 #include "toolprocess.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <boost/crc.hpp>
 #include <nlohmann/json.hpp>
 
@@ -136,6 +140,22 @@ TEST_F(ResultFolder, IsWholeAfterRunsAtOnce)
             EXPECT_EQ(process->Wait().exitStatus, 0);
         Whole_Expect();
     }
+}
+
+/// The test holds the lock of the folder, as a run that has stopped would.
+TEST_F(ResultFolder, WaitsForAnotherRunUntilInterrupted)
+{
+    const int other = open(out.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    CToolProcess process(Tool_Command("build --out " + out));
+    for (int i = 0; i < 10000 && process.ErrorText().empty() && !process.IsEnded(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    process.Signal(SIGTERM);
+    const SToolResult result = process.Wait();
+    EXPECT_EQ(result.signal, SIGTERM);
+    EXPECT_EQ(result.err, "dotweave: waiting for another run in " + out + '\n');
+    close(other);
+    OlderResult_Expect();
 }
 
 /// A run may be killed at any moment. Unless it was while it moved files, the folder is whole; after the next

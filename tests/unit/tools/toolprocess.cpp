@@ -63,6 +63,11 @@ bool CToolProcess::IsEnded()
     return m_process == 0;
 }
 
+std::string CToolProcess::ErrorText() const
+{
+    return File_Read(m_outputs.Sub(ERR_FILE));
+}
+
 SToolResult CToolProcess::Wait()
 {
     Collect(0);
@@ -72,7 +77,7 @@ SToolResult CToolProcess::Wait()
     else if (WIFSIGNALED(m_status))
         result.signal = WTERMSIG(m_status);
     result.out = File_Read(m_outputs.Sub(OUT_FILE));
-    result.err = File_Read(m_outputs.Sub(ERR_FILE));
+    result.err = ErrorText();
     return result;
 }
 

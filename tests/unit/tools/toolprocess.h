@@ -28,6 +28,8 @@ public:
     void Signal(int signal) const;
     /// Whether it has ended; never waits.
     bool IsEnded();
+    /// What it has written to standard error so far.
+    std::string ErrorText() const;
     /// Waits for the end.
     SToolResult Wait();
 
