@@ -2,9 +2,11 @@
 
 #include "fileerror.h"
 #include "progress.h"
+#include "readyfolder.h"
 #include "record/maskjson.h"
 #include "record/recordfields.h"
 #include "record/recordjson.h"
+#include "record/textquote.h"
 #include "resultfolder.h"
 #include "usageerror.h"
 
@@ -93,6 +95,10 @@ EExitStatus CInfoCommand::Mode_Show(CConsole& console) const
 
 EExitStatus CInfoCommand::Folder_Show(CConsole& console) const
 {
+    const fs::path ready = fs::path(m_folder) / STAGING_READY;
+    if (std::error_code ignored; fs::exists(fs::symlink_status(ready, ignored)))
+        console.Warning_Print(Text_Quote(ready.string()) + " holds a complete result; the next run into " +
+                              Text_Quote(m_folder) + " moves it");
     const SResultRecord result = ResultFolder_Read(m_folder);
     ordered_json files = ordered_json::array();
     int wrongCount = 0;

@@ -75,6 +75,15 @@ TEST(InfoCommand, WarningsAreData)
     EXPECT_EQ(json::parse(Tool_Run("info --json --base-pass 3 --color-count 17").out)["warnings"].size(), 2U);
 }
 
+TEST_F(InfoFolder, AResultThatIsNotYetInPlaceIsAnnounced)
+{
+    fs::create_directories(Path(".dotweave-ready/new"));
+    const SToolResult result = Tool_Run("info " + Path());
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.err, "dotweave: warning: " + Path(".dotweave-ready") +
+                              " holds a complete result; the next run into " + Path() + " moves it\n");
+}
+
 TEST_F(InfoFolder, AWholeResultIsGood)
 {
     const SToolResult result = Tool_Run("info " + Path());
