@@ -123,6 +123,24 @@ TEST_F(PlacingFaults, WhatIsNotOnTheDiskDoesNotCount)
     EXPECT_TRUE(SFolder::Read(folder).files == Result(1));
 }
 
+TEST_F(PlacingFaults, ANewFolderThatIsNotOnTheDiskDoesNotCount)
+{
+    const int fileCount = static_cast<int>(Result(1).size()) - 1; // then three folders, then the parent
+    EXPECT_EQ(Run(1, {EDiskFault::Once, fileCount + 3, "fsync", EIO, 0}).message,
+              folder.parent_path().string() + ": Input/output error");
+    EXPECT_FALSE(fs::exists(folder));
+}
+
+/// As when its run has removed it just now.
+TEST_F(PlacingFaults, AnAbandonedFolderThatCannotBeOpenedIsNoError)
+{
+    Older_Put(0);
+    fs::create_directory(folder / ".dotweave-17");
+    const SRunEnd run = Run(1, {EDiskFault::Once, 1, "open", ENOENT, 0}); // the first opens the result folder
+    EXPECT_EQ(run.message, "");
+    EXPECT_TRUE(fs::exists(folder / ".dotweave-17")) << "another call has failed";
+}
+
 TEST_F(PlacingFaults, AnEarlierRunsResultIsNotCalledNew)
 {
     Older_Put(0);

@@ -151,10 +151,13 @@ TEST_F(ResultFolder, WaitsForAnotherRunUntilInterrupted)
     for (int i = 0; i < 10000 && process.ErrorText().empty() && !process.IsEnded(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     process.Signal(SIGTERM);
+    for (int i = 0; i < 10000 && !process.IsEnded(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_TRUE(process.IsEnded()) << "still waits";
+    close(other);
     const SToolResult result = process.Wait();
     EXPECT_EQ(result.signal, SIGTERM);
     EXPECT_EQ(result.err, "dotweave: waiting for another run in " + out + '\n');
-    close(other);
     OlderResult_Expect();
 }
 
