@@ -3,6 +3,7 @@
 #include "figures/patchfigures.h"
 #include "report/htmltext.h"
 #include "report/reportsections.h"
+#include "report/sketchslider.h"
 #include "view/maskview.h"
 
 #include <nlohmann/json.hpp>
@@ -21,107 +22,6 @@ namespace {
 using nlohmann::ordered_json;
 
 constexpr int WINDOW_LINES = 272, WINDOW_COLUMNS = 64;
-constexpr double ADVANCE_MOST = 1, TILT_MOST = 0.005, BIDIRECTIONAL_MOST = 2; // row pitches
-
-/// A slider of the sketch: one error, and values of it that C++ prints too.
-struct SSlider {
-    const char* id;
-    const char* name;
-    const char* unit;
-    double least;
-    double most;
-    double step;
-    std::vector<double> marks;
-    double SSheetErrors::*member; ///< null for the dead row
-};
-
-/// A constant error must not take back the whole move of the paper.
-double Advance_Least(const CPassLayout& layout)
-{
-    return layout.AdvanceLines() > layout.YResPass() ? -ADVANCE_MOST : 0;
-}
-
-std::vector<SSlider> Sliders(const CMaskData_Base& mask)
-{
-    const CPassLayout layout(mask);
-    return {
-        {"advance",
-         "Advance error",
-         "row pitches a move",
-         Advance_Least(layout),
-         ADVANCE_MOST,
-         0.05,
-         {0, 0.25, 0.5, 1},
-         &SSheetErrors::advanceConstant},
-        {"tilt",
-         "Head tilt",
-         "row pitches a row",
-         -TILT_MOST,
-         TILT_MOST,
-         0.0005,
-         {0, 0.0025, 0.005},
-         &SSheetErrors::tilt},
-        {"bidirectional",
-         "Bidirectional offset",
-         "row pitches",
-         -BIDIRECTIONAL_MOST,
-         BIDIRECTIONAL_MOST,
-         0.05,
-         {0, 0.5, 1},
-         &SSheetErrors::bidirectional},
-        {"dead",
-         "Dead nozzle row",
-         "-1 is none",
-         -1,
-         layout.RowCount() - 1.0,
-         1,
-         {-1, static_cast<double>(Report_DeadRow(mask))},
-         nullptr},
-    };
-}
-
-int Decimals(const SSlider& slider)
-{
-    return slider.step >= 1 ? 0 : slider.step >= 0.01 ? 2 : 4;
-}
-
-/// A value without the zeros that say nothing.
-std::string Value_Text(double value, const SSlider& slider)
-{
-    std::string text = Number_Text(value, Decimals(slider));
-    if (text.find('.') != std::string::npos) {
-        text.erase(text.find_last_not_of('0') + 1);
-        text.erase(text.find_last_not_of('.') + 1);
-    }
-    return text;
-}
-
-/// A button that sets a slider to a value. @param id  of the slider
-std::string Mark_Html(const SSlider& slider, const std::string& id, double mark)
-{
-    const std::string share = Number_Text((mark - slider.least) / (slider.most - slider.least), 4);
-    const std::string value = Value_Text(mark, slider);
-    const std::string text = slider.member == nullptr && mark < 0 ? "none" : value;
-    return "<button type='button' data-for='" + id + "' data-value='" + value + "' style='--share: " + share +
-           "' aria-label='" + slider.name + ' ' + text + "'>" + text + "</button>";
-}
-
-/// A slider, and buttons below it at the values that C++ has printed.
-std::string Slider_Html(const SSlider& slider)
-{
-    const std::string id = std::string("sketch-") + slider.id;
-    const double start = slider.marks.front();
-    std::string html = "<div class='slider'>\n<label for='" + id + "'>" + slider.name + ", " + slider.unit +
-                       ": <output id='" + id + "-value' for='" + id + "'>" + Value_Text(start, slider) +
-                       "</output></label>\n<input type='range' id='" + id + "' data-error='" + slider.id +
-                       "' min='" + Value_Text(slider.least, slider) + "' max='" +
-                       Value_Text(slider.most, slider) + "' step='" + Value_Text(slider.step, slider) +
-                       "' value='" + Value_Text(start, slider) + "'>\n<div class='marks'>";
-    for (const double mark : slider.marks)
-        html += Mark_Html(slider, id, mark);
-    return html + "</div>\n</div>\n";
-}
-
 /// Bits, eight a byte, the first one in the most significant bit.
 class CBits {
 public:
@@ -149,11 +49,11 @@ struct SMargin {
 SMargin Margin(const CPassLayout& layout, const SPatchOptions& options)
 {
     const double reach = options.dotDiameter / 2 + 2; // row pitches
-    const double shiftX = TILT_MOST * layout.RowCount() / 2 + BIDIRECTIONAL_MOST;
+    const double shiftX = SKETCH_TILT_MOST * layout.RowCount() / 2 + SKETCH_BIDIRECTIONAL_MOST;
     std::int64_t passes = 1; // an advance error grows from pass 0 on
     for (const SHeadPass& pass : layout.Passes(options.window.firstLine, options.window.lineCount))
         passes = std::max(passes, std::abs(pass.number));
-    const double shiftY = ADVANCE_MOST * static_cast<double>(passes + 2);
+    const double shiftY = SKETCH_ADVANCE_MOST * static_cast<double>(passes + 2);
     return {static_cast<int>(std::ceil((reach + shiftY) * layout.YResPass())),
             static_cast<int>(std::ceil((reach + shiftX) * layout.XResPass()))};
 }
@@ -230,7 +130,7 @@ ordered_json Marks(const CMaskData_Base& mask, const SPatchOptions& options, con
     auto marks = ordered_json::array();
     for (const double tint : REPORT_TINTS) {
         marks.push_back(Mark(mask, tint, {}, options, viewing));
-        for (const SSlider& slider : Sliders(mask)) {
+        for (const SSketchSlider& slider : SketchSliders_Get(mask)) {
             for (std::size_t i = 1; i < slider.marks.size(); ++i) { // the first one means no error
                 SSheetErrors errors;
                 if (slider.member != nullptr)
@@ -262,8 +162,8 @@ std::string SketchSection_Html(const CMaskData_Base& mask)
         "errors that you set. The buttons under a slider are settings that Dotweave has printed "
         "itself: there the profile shows its line dashed, and the table compares both.</p>\n"
         "<div class='sliders'>\n";
-    for (const SSlider& slider : Sliders(mask))
-        html += Slider_Html(slider);
+    for (const SSketchSlider& slider : SketchSliders_Get(mask))
+        html += SketchSlider_Html(slider);
     html += "<div class='slider'><label for='sketch-tint'>Tint</label>\n<select id='sketch-tint'>";
     for (std::size_t i = 0; i < std::size(REPORT_TINTS); ++i)
         html += "<option value='" + std::to_string(i) + "'>" + Number_Text(100 * REPORT_TINTS[i], 0) +
