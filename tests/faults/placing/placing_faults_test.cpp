@@ -153,7 +153,7 @@ TEST_F(PlacingFaults, AnEarlierRunsResultIsNotCalledNew)
 }
 
 /// Only root can put a folder of somebody else's there.
-TEST_F(PlacingFaults, AForeignFolderIsNeitherMovedNorRemoved)
+TEST_F(PlacingFaults, AForeignFolderStaysAsItIs)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "needs root";
