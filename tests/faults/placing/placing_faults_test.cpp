@@ -123,7 +123,7 @@ TEST_F(PlacingFaults, WhatIsNotOnTheDiskDoesNotCount)
     EXPECT_TRUE(SFolder::Read(folder).files == Result(1));
 }
 
-TEST_F(PlacingFaults, ANewFolderThatIsNotOnTheDiskDoesNotCount)
+TEST_F(PlacingFaults, AFolderNotOnTheDiskDoesNotCount)
 {
     const int fileCount = static_cast<int>(Result(1).size()) - 1; // then three folders, then the parent
     EXPECT_EQ(Run(1, {EDiskFault::Once, fileCount + 3, "fsync", EIO, 0}).message,
@@ -132,7 +132,7 @@ TEST_F(PlacingFaults, ANewFolderThatIsNotOnTheDiskDoesNotCount)
 }
 
 /// As when its run has removed it just now.
-TEST_F(PlacingFaults, AnAbandonedFolderThatCannotBeOpenedIsNoError)
+TEST_F(PlacingFaults, AClosedAbandonedFolderIsNoError)
 {
     Older_Put(0);
     fs::create_directory(folder / ".dotweave-17");
